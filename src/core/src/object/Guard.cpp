@@ -1,0 +1,17 @@
+#include "object/Guard.h"
+
+#include "object/Exception.h"
+#include "object/Logger.h"
+
+namespace tesseralis::detail {
+void logCaughtException() noexcept
+{
+    try {
+        throw;
+    } catch (Exception const & exception) {
+        Logger::Get().error() << exception.GetMessage() << "\n\n";
+    } catch (...) {
+        Logger::Get().error() << "Unknown error.\n\n";
+    }
+}
+} // namespace tesseralis::detail

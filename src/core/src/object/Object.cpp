@@ -1,0 +1,109 @@
+#include "object/Object.h"
+
+#include "object/Tesseralis.h"
+
+namespace tesseralis {
+ObservableEvent * ObjectEvent::GetCloned() const
+{
+    return new ObjectEvent(*this);
+}
+
+ObjectRenameEvent::ObjectRenameEvent(std::string const & currentName, std::string const & previousName)
+    : m_currentName(currentName), m_previousName(previousName)
+{
+}
+
+ObservableEvent * ObjectRenameEvent::GetCloned() const
+{
+    return new ObjectRenameEvent(*this);
+}
+
+bool ObjectRenameEvent::IsEqual(ObservableEvent const & event) const
+{
+    if (!ObjectEvent::IsEqual(event)) {
+        return false;
+    }
+    ObjectRenameEvent const & other = castEvent<ObjectRenameEvent>(event);
+    return m_currentName == other.m_currentName && m_previousName == other.m_previousName;
+}
+
+Object::Object(unsigned int attributes)
+{
+    constructObject(GetTypeName(), attributes);
+}
+
+Object::Object(std::string const & name, unsigned int attributes)
+{
+    constructObject(name, attributes);
+}
+
+Object::Object(Object const & source) : Observable(source), m_attributes(source.m_attributes) {}
+
+Object & Object::operator=(Object const & source)
+{
+    m_attributes = source.m_attributes;
+    return *this;
+}
+
+Object::~Object()
+{
+    destroyObject();
+}
+
+std::string Object::GetTypeName()
+{
+    return "object";
+}
+
+Object * Object::createObject(std::string const &, unsigned int)
+{
+    return nullptr;
+}
+
+std::string const & Object::GetObjectName() const
+{
+    static std::string const s_noName;
+    return HasAttribute(ObjectAttribute::Registered) ? Tesseralis::Get().GetObjectName(this) : s_noName;
+}
+
+void Object::SetObjectName(std::string const & name)
+{
+    if (!HasAttribute(ObjectAttribute::Registered)) {
+        return;
+    }
+
+    beginModification(new ObjectRenameEvent(name, GetObjectName()));
+    Tesseralis::Get().SetObjectName(this, name);
+    endModification();
+}
+
+std::string Object::GetObjectTypeName() const
+{
+    return GetTypeName();
+}
+
+void Object::store(ArchiveElement &) {}
+
+void Object::retrieve(ArchiveElement &) {}
+
+bool Object::IsRetrievable(ArchiveElement &) const
+{
+    return true;
+}
+
+void Object::constructObject(std::string const & name, unsigned int attributes)
+{
+    m_attributes = attributes;
+    if (HasAttribute(ObjectAttribute::Registered)) {
+        Tesseralis::Get().addObject(this, name);
+    }
+}
+
+void Object::destroyObject()
+{
+    destroyObservable();
+    if (HasAttribute(ObjectAttribute::Registered)) {
+        Tesseralis::Get().removeObject(this);
+    }
+}
+} // namespace tesseralis
