@@ -12,19 +12,17 @@ void eatable::eat(std::istream & stream) const
     if (stream.good()) {
         stream >> std::ws;
     }
-    std::ios_base::fmtflags const flags = stream.flags();
-    stream >> std::noskipws;
     for (char const expected : m_literal) {
-        char character;
-        if (!(stream >> character)) {
-            break;
+        int const character = stream.get(); // never skips white space
+        if (!stream) {
+            return;
         }
-        if (character != expected) {
+        if (character != std::char_traits<char>::to_int_type(expected)) {
             stream.setstate(std::ios_base::failbit);
-            break;
+            return;
         }
     }
-    stream.flags(flags);
+
     if (stream.good()) {
         stream >> std::ws;
     }
