@@ -3,6 +3,8 @@
 #include "object/Exception.h"
 #include "object/Logger.h"
 
+#include <ostream>
+
 namespace tesseralis::detail {
 void logCaughtException() noexcept
 {

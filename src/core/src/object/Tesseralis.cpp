@@ -112,6 +112,19 @@ void Tesseralis::destroyObject(Object * object)
     destroyEntry(found == m_objectIndex.end() ? nullptr : &*found->second);
 }
 
+Tesseralis::Entry const * Tesseralis::FindEntry(std::string const & name) const
+{
+    std::string const & prefix = m_namespaces.back();
+    auto const found = m_nameIndex.find(prefix.empty() ? name : prefix + name);
+    return found == m_nameIndex.end() ? nullptr : &*found->second;
+}
+
+Tesseralis::Entry const * Tesseralis::FindEntry(std::string const & type, std::string const & name) const
+{
+    Entry const * const entry = FindEntry(name);
+    return entry != nullptr && entry->object->GetObjectTypeName() == type ? entry : nullptr;
+}
+
 void Tesseralis::destroyEntry(Entry const * entry)
 {
     if (entry != nullptr && entry->object->HasAttribute(ObjectAttribute::Registered | ObjectAttribute::Destroyable)) {

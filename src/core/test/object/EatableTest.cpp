@@ -1,5 +1,5 @@
-#include "object/Exception.h"
 #include "object/eatable.h"
+#include "object/Exception.h"
 
 #include <gtest/gtest.h>
 
