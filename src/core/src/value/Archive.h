@@ -100,7 +100,8 @@ public:
     /// Takes out the first child of that name. Called until the result is empty, it gives all of them in order.
     ArchiveElement retrieve(std::string const & name);
     /// Takes out the first child with that value of an attribute. If there is none, the children of the element that
-    /// this one is or was a child of are searched, and so on up to the root. A missing attribute counts as empty.
+    /// this one is or was a child of are searched, then those of its parent, and so on up to the root, or to an element
+    /// that has been taken out itself. A missing attribute counts as empty.
     ArchiveElement retrieve(std::string const & attribute, std::string const & value);
     /// Whether retrieve() with the same arguments would find something.
     bool IsRetrievable() const;
