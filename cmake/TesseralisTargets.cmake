@@ -13,6 +13,10 @@ if(TESSERALIS_SANITIZE)
                                                         -fno-sanitize-recover=all)
     target_link_options(tesseralis_options INTERFACE -fsanitize=${TESSERALIS_SANITIZE})
 endif()
+if(TESSERALIS_FUZZ)
+    # The library's own branches guide the fuzzers.
+    target_compile_options(tesseralis_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # tesseralis_add_test(object/ObservableTest.cpp): one test program for one source below the caller's folder.
 function(tesseralis_add_test source)
@@ -21,6 +25,19 @@ function(tesseralis_add_test source)
     target_link_libraries(${name} PRIVATE tesseralis_options tesseralis_test_support)
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
     set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+endfunction()
+
+# tesseralis_add_test_module(RuntimeTest object/RuntimeModule.cpp): a module that a test loads from the path RUNTIME_MODULE.
+function(tesseralis_add_test_module test source)
+    get_filename_component(name ${source} NAME_WE)
+    string(REGEX REPLACE "([a-z0-9])([A-Z])" "\\1_\\2" macro ${name})
+    string(TOUPPER ${macro} macro)
+    add_library(${name} MODULE ${source})
+    # A unique symbol would keep the module loaded for ever.
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+    target_link_libraries(${name} PRIVATE tesseralis_options Tesseralis::core)
+    target_compile_definitions(${test} PRIVATE ${macro}="$<TARGET_FILE:${name}>")
+    add_dependencies(${test} ${name})
 endfunction()
 
 # tesseralis_add_bench(ObservableBench.cpp): one Google Benchmark program.
