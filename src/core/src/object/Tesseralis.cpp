@@ -87,6 +87,12 @@ void Tesseralis::registerObjectType(std::string const & type, Factory factory)
     m_objectTypes[type] = factory;
 }
 
+bool Tesseralis::HasObjectType(std::string const & type) const
+{
+    MutexLocker locker(m_registryMutex);
+    return m_objectTypes.contains(type);
+}
+
 Object * Tesseralis::createObject(std::string const & type, unsigned int attributes)
 {
     return createObject(type, type, attributes);

@@ -115,6 +115,7 @@ public:
     }
     /// The same with a factory, which takes a name and an attribute word; it replaces a former one.
     void registerObjectType(std::string const & type, Factory factory);
+    bool HasObjectType(std::string const & type) const;
 
     /// A new object named after its type; null if the type is unknown or makes no objects. It belongs to the registry
     /// if its attributes say that it is destroyable, else to the caller.
