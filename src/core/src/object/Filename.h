@@ -8,7 +8,7 @@
 namespace tesseralis {
 /// An absolute path and its parts as splitPath() gives them; drive, directory, name and extension put together are the
 /// path. The file need not exist. A file right inside a first directory, such as /data/head.raw, has no directory and a
-/// name that begins with the separator.
+/// name that begins with the separator; a file in the root itself is all drive, so what is its sibling lands below it.
 class TESSERALIS_API Filename
 {
 public:

@@ -10,7 +10,7 @@ namespace tesseralis {
 class TESSERALIS_API eatable
 {
 public:
-    eatable(std::string const & literal) : m_literal(literal) {}
+    explicit eatable(std::string const & literal) : m_literal(literal) {}
 
     /// Reads the literal with any white space round it. A mismatch sets the stream's fail bit; an empty literal reads
     /// nothing. The stream's format flags are as before.
