@@ -12,6 +12,10 @@ if(TESSERALIS_SANITIZE)
     target_compile_options(tesseralis_options INTERFACE -fsanitize=${TESSERALIS_SANITIZE} -fno-omit-frame-pointer
                                                         -fno-sanitize-recover=all)
     target_link_options(tesseralis_options INTERFACE -fsanitize=${TESSERALIS_SANITIZE})
+    if(TESSERALIS_SANITIZE MATCHES thread)
+        set(is_program $<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>)
+        target_sources(tesseralis_options INTERFACE $<${is_program}:${CMAKE_CURRENT_LIST_DIR}/ThreadSanitizer.cpp>)
+    endif()
 endif()
 if(TESSERALIS_FUZZ)
     # The library's own branches guide the fuzzers.
