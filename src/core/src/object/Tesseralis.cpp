@@ -1,9 +1,11 @@
 #include "object/Tesseralis.h"
 
+#include "object/Dispatcher.h"
 #include "object/Exception.h"
 #include "object/Guard.h"
 #include "object/Version.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 
@@ -286,6 +288,7 @@ void Tesseralis::moveObject(Object * object, Object * other, bool after)
     beginModification(new TesseralisMoveEvent(object, moved->second->name));
     // The entry itself moves, so that its place in the indexes stays right.
     m_objects.splice(after ? std::next(target->second) : target->second, m_objects, moved->second);
+    orderDispatchers();
     endModification();
 }
 
@@ -365,6 +368,7 @@ void Tesseralis::addObject(Object * object, std::string const & name)
     beginModification(new TesseralisAdditionEvent(object, entry->name));
     m_nameIndex.emplace(entry->name, entry);
     m_objectIndex.emplace(object, entry);
+    enterDispatcher(object);
     endModification();
 }
 
@@ -388,6 +392,7 @@ void Tesseralis::removeObject(Object * object)
     m_nameIndex.erase(entry->name);
     releaseName(entry->name);
     m_objects.erase(entry);
+    leaveDispatcher(object);
 }
 
 std::string Tesseralis::GetUniqueObjectName(Object *, std::string const & name) const
@@ -427,6 +432,40 @@ void Tesseralis::releaseName(std::string const & name)
             found->second = number;
         }
     }
+}
+
+void Tesseralis::enterDispatcher(Object * object)
+{
+    if (auto * const dispatcher = dynamic_cast<Dispatcher *>(object)) {
+        MutexLocker locker(m_dispatcherMutex);
+        m_dispatchers.push_back(dispatcher);
+    }
+}
+
+void Tesseralis::leaveDispatcher(Object const * object)
+{
+    auto const found = std::find(m_dispatchers.begin(), m_dispatchers.end(), object);
+    if (found != m_dispatchers.end()) {
+        MutexLocker locker(m_dispatcherMutex);
+        m_dispatchers.erase(found);
+    }
+}
+
+void Tesseralis::orderDispatchers()
+{
+    if (m_dispatchers.size() < 2) {
+        return;
+    }
+    std::vector<Dispatcher *> ordered;
+    for (Entry const & entry : m_objects) {
+        auto const found = std::find(m_dispatchers.begin(), m_dispatchers.end(), entry.object);
+        if (found != m_dispatchers.end()) {
+            ordered.push_back(*found);
+        }
+    }
+
+    MutexLocker locker(m_dispatcherMutex);
+    m_dispatchers = std::move(ordered);
 }
 
 TesseralisIterator::TesseralisIterator(Tesseralis & registry)

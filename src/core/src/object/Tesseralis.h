@@ -12,6 +12,7 @@
 #include <vector>
 
 namespace tesseralis {
+class Dispatcher;
 class Version;
 
 /// The base of the registry's events.
@@ -171,6 +172,7 @@ protected:
     std::string GetUniqueObjectName(Object * object, std::string const & name) const;
 
 private:
+    friend class Dispatchable;
     friend class Object;
     friend class TesseralisIterator;
 
@@ -190,6 +192,9 @@ private:
     void destroyEntry(Entry const * entry);
     void moveObject(Object * object, Object * other, bool after);
     void releaseName(std::string const & name);
+    void enterDispatcher(Object * object);
+    void leaveDispatcher(Object const * object);
+    void orderDispatchers();
 
     std::unordered_map<std::string, Factory> m_objectTypes;
     EntryList m_objects; // in order
@@ -200,6 +205,10 @@ private:
     std::unordered_map<std::string, unsigned int> m_fileReferences;
     std::vector<std::string> m_namespaces{std::string()}; // a stack, never empty
     mutable Mutex m_registryMutex;
+    // The dispatchers among the objects, in order. They change under both locks and are reached under the second alone,
+    // by threads that may hold any other lock: nothing but a dispatcher's own is taken under it.
+    std::vector<Dispatcher *> m_dispatchers;
+    Mutex m_dispatcherMutex;
 };
 
 /// Walks the registered objects in order. Takes no lock; the removal of the object it stands at invalidates it.
