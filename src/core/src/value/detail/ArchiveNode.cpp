@@ -149,12 +149,20 @@ ArchiveNode * ArchiveNode::FindChild(std::string const & name) const
 
 ArchiveNode * ArchiveNode::GetNextBelow(ArchiveNode const & top) const
 {
+    std::size_t depth = 0;
+    return GetNextBelow(top, depth);
+}
+
+ArchiveNode * ArchiveNode::GetNextBelow(ArchiveNode const & top, std::size_t & depth) const
+{
     if (m_firstChild != nullptr) {
+        ++depth;
         return m_firstChild;
     }
     ArchiveNode const * node = this;
     while (node != &top && node->m_next == nullptr) {
         node = node->m_parent;
+        --depth;
     }
     return node == &top ? nullptr : node->m_next;
 }

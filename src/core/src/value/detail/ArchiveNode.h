@@ -46,6 +46,8 @@ public:
     ArchiveNode * FindChild(std::string const & name) const;
     /// The next node of the tree below top in document order, parents first; null at the end.
     ArchiveNode * GetNextBelow(ArchiveNode const & top) const;
+    /// The same, and adds to the depth the steps down, less those up.
+    ArchiveNode * GetNextBelow(ArchiveNode const & top, std::size_t & depth) const;
 
     /// Appends a new or detached node and holds it.
     void appendChild(ArchiveNode * child);
