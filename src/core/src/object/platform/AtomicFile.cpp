@@ -88,7 +88,8 @@ public:
     {
         constexpr std::size_t c_longestName = 200;
         constexpr int c_mostWriters = 100;
-        std::string const name = "." + target.filename().string().substr(0, c_longestName) + ".tesseralis-saving";
+        std::string name(1, '.');
+        name.append(target.filename().string(), 0, c_longestName).append(".tesseralis-saving");
         for (int i = 0; !m_file.IsOpen(); ++i) {
             m_path = target.parent_path() / (i == 0 ? name : name + std::to_string(i));
             removeStale(m_path);
