@@ -228,10 +228,8 @@ ArchiveNode * ArchiveElement::FindChild(std::string const & attribute, std::stri
 {
     ArchiveNode * node = m_node;
     while (node != nullptr) {
-        for (ArchiveNode * child = node->GetFirstChild(); child != nullptr; child = child->GetNextSibling()) {
-            if (child->HasAttributeValue(attribute, value)) {
-                return child;
-            }
+        if (ArchiveNode * const child = node->FindChild(attribute, value)) {
+            return child;
         }
         node = node == m_node ? m_parent : node->GetParent();
     }

@@ -270,28 +270,41 @@ TEST(Archive, RandomEditsMatchAPlainList)
     std::mt19937 random(7);
     Archive archive;
     ArchiveElement element = ArchiveElement(archive).store("root");
-    Names model;
-    for (int i = 0; i < 5000; ++i) {
-        std::string const name(1, static_cast<char>('a' + random() % 4));
-        auto const found = std::find(model.begin(), model.end(), name);
-        std::string const expected = found == model.end() ? "" : name;
-        switch (random() % 5) {
-        case 0:
-            EXPECT_EQ(element.retrieve(name).GetName(), expected);
-            break;
-        case 1:
-            EXPECT_EQ(element.retrieve("id", name).GetName(), expected);
-            break;
-        default:
-            element.store(name).SetAttribute("id", name);
-            model.push_back(name);
-            continue;
-        }
+    std::vector<ArchiveElement> model;
+    auto const expectTaken = [&](ArchiveElement const & taken, auto const & matches) {
+        auto const found = std::find_if(model.begin(), model.end(), matches);
+        ASSERT_EQ(taken.IsEmpty(), found == model.end());
         if (found != model.end()) {
+            EXPECT_EQ(taken.GetValue(), found->GetValue());
             model.erase(found);
         }
+    };
+    for (int i = 0; i < 10000; ++i) {
+        std::string const text = std::to_string(random() % 50);
+        switch (random() % 9) {
+        case 0:
+            expectTaken(element.retrieve("e" + text), [&](auto const & e) { return e.GetName() == "e" + text; });
+            break;
+        case 1:
+            expectTaken(element.retrieve("id", text), [&](auto const & e) { return e.GetAttribute("id") == text; });
+            break;
+        case 2:
+            if (!model.empty()) {
+                model[random() % model.size()].SetAttribute("id", text);
+            }
+            break;
+        case 3:
+            expectTaken(element.retrieve("id", ""), [](auto const & e) { return e.GetAttribute("id").empty(); });
+            break;
+        default:
+            model.push_back(element.store("e" + text));
+            model.back().SetValue(std::to_string(i));
+        }
     }
-    EXPECT_EQ(drain(element), model);
+    EXPECT_GT(model.size(), 100u);
+    while (!model.empty()) {
+        expectTaken(element.retrieve(), [](auto const &) { return true; });
+    }
 }
 
 TEST_F(ArchivedRegistry, ComesBackWithEveryPersistentObjectInOrder)

@@ -5,6 +5,7 @@
 namespace tesseralis {
 namespace {
 constexpr std::size_t c_mostUnindexedAttributes = 16;
+constexpr std::size_t c_mostUncountedChildren = 32;
 
 void replaceAll(std::string & text, std::string const & from, std::string const & to)
 {
@@ -115,6 +116,9 @@ std::size_t ArchiveNode::FindAttributePosition(std::string const & name) const
 
 void ArchiveNode::SetAttribute(std::string const & name, std::string const & value)
 {
+    if (m_parent != nullptr && m_parent->m_searchedAttributes != nullptr) {
+        m_parent->m_searchedAttributes->erase(name);
+    }
     std::size_t const position = FindAttributePosition(name);
     if (position != c_notFound) {
         m_attributes[position].second = value;
@@ -132,10 +136,11 @@ void ArchiveNode::SetAttribute(std::string const & name, std::string const & val
     }
 }
 
-bool ArchiveNode::HasAttributeValue(std::string const & name, std::string const & value) const
+std::string const & ArchiveNode::GetAttributeOrEmpty(std::string const & name) const
 {
-    std::string const * const attribute = FindAttribute(name);
-    return attribute == nullptr ? value.empty() : *attribute == value;
+    static std::string const s_empty;
+    std::string const * const value = FindAttribute(name);
+    return value == nullptr ? s_empty : *value;
 }
 
 ArchiveNode * ArchiveNode::FindChild(std::string const & name) const
@@ -145,6 +150,30 @@ ArchiveNode * ArchiveNode::FindChild(std::string const & name) const
         child = child->m_next;
     }
     return child;
+}
+
+ArchiveNode * ArchiveNode::FindChild(std::string const & attribute, std::string const & value)
+{
+    if (m_childCount > c_mostUncountedChildren && !GetValueCounts(attribute).contains(value)) {
+        return nullptr;
+    }
+    ArchiveNode * child = m_firstChild;
+    while (child != nullptr && child->GetAttributeOrEmpty(attribute) != value) {
+        child = child->m_next;
+    }
+    return child;
+}
+
+ArchiveNode::ValueCounts & ArchiveNode::GetValueCounts(std::string const & attribute)
+{
+    if (m_searchedAttributes == nullptr) {
+        m_searchedAttributes = std::make_unique<std::unordered_map<std::string, ValueCounts>>();
+    }
+    auto const [entry, isNew] = m_searchedAttributes->try_emplace(attribute);
+    for (ArchiveNode * child = isNew ? m_firstChild : nullptr; child != nullptr; child = child->m_next) {
+        ++entry->second[child->GetAttributeOrEmpty(attribute)];
+    }
+    return entry->second;
 }
 
 ArchiveNode * ArchiveNode::GetNextBelow(ArchiveNode const & top) const
@@ -174,6 +203,7 @@ void ArchiveNode::appendChild(ArchiveNode * child)
     (m_lastChild == nullptr ? m_firstChild : m_lastChild->m_next) = hold(child);
     m_lastChild = child;
     ++m_childCount;
+    m_searchedAttributes.reset();
 }
 
 void ArchiveNode::detach()
@@ -184,6 +214,14 @@ void ArchiveNode::detach()
     (m_previous == nullptr ? m_parent->m_firstChild : m_previous->m_next) = m_next;
     (m_next == nullptr ? m_parent->m_lastChild : m_next->m_previous) = m_previous;
     --m_parent->m_childCount;
+    if (m_parent->m_searchedAttributes != nullptr) {
+        for (auto & [attribute, counts] : *m_parent->m_searchedAttributes) {
+            auto const found = counts.find(GetAttributeOrEmpty(attribute));
+            if (--found->second == 0) {
+                counts.erase(found);
+            }
+        }
+    }
     m_parent = m_previous = m_next = nullptr;
     release(this);
 }
@@ -191,6 +229,7 @@ void ArchiveNode::detach()
 void ArchiveNode::substitute(std::string const & from, std::string const & to)
 {
     replaceAll(m_value, from, to);
+    m_searchedAttributes.reset();
     for (auto & [name, value] : m_attributes) {
         replaceAll(value, from, to);
     }

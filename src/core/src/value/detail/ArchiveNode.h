@@ -37,13 +37,14 @@ public:
     /// Null if there is none of that name.
     std::string const * FindAttribute(std::string const & name) const;
     void SetAttribute(std::string const & name, std::string const & value);
-    bool HasAttributeValue(std::string const & name, std::string const & value) const;
 
     ArchiveNode * GetParent() const { return m_parent; }
     ArchiveNode * GetFirstChild() const { return m_firstChild; }
     ArchiveNode * GetNextSibling() const { return m_next; }
     /// The first child of that name; null if there is none.
     ArchiveNode * FindChild(std::string const & name) const;
+    /// The first child with that value of an attribute, where a missing one counts as empty; null if there is none.
+    ArchiveNode * FindChild(std::string const & attribute, std::string const & value);
     /// The next node of the tree below top in document order, parents first; null at the end.
     ArchiveNode * GetNextBelow(ArchiveNode const & top) const;
     /// The same, and adds to the depth the steps down, less those up.
@@ -58,10 +59,15 @@ public:
     void substitute(std::string const & from, std::string const & to);
 
 private:
+    /// Of an attribute of all children: how many have which value.
+    using ValueCounts = std::unordered_map<std::string, std::size_t>;
+
     ~ArchiveNode() = default;
 
     static constexpr std::size_t c_notFound = static_cast<std::size_t>(-1);
     std::size_t FindAttributePosition(std::string const & name) const;
+    std::string const & GetAttributeOrEmpty(std::string const & name) const;
+    ValueCounts & GetValueCounts(std::string const & attribute);
     bool IsEqualAlone(ArchiveNode const & other) const;
     void copyAlone(ArchiveNode const & source);
 
@@ -75,6 +81,8 @@ private:
     ArchiveNode * m_previous = nullptr;
     ArchiveNode * m_next = nullptr;
     std::size_t m_childCount = 0;
+    // By attribute. Children are often searched for what isn't there, so those searches are to be fast.
+    std::unique_ptr<std::unordered_map<std::string, ValueCounts>> m_searchedAttributes;
     int m_referenceCount = 0;
 };
 } // namespace tesseralis
