@@ -1,0 +1,553 @@
+#include "value/Variant.h"
+
+#include "object/Exception.h"
+#include "value/VariantArrayValue.h"
+#include "value/VariantBooleanValue.h"
+#include "value/VariantCustomValue.h"
+#include "value/VariantFilenameValue.h"
+#include "value/VariantMapValue.h"
+#include "value/VariantNumberValue.h"
+#include "value/VariantOptionValue.h"
+#include "value/VariantStringValue.h"
+
+#include <algorithm>
+#include <iterator>
+#include <ostream>
+#include <utility>
+
+namespace tesseralis {
+namespace {
+// By the number of the type.
+constexpr char const * s_typeNames[] = {"undefined", "array",   "map",   "option", "string",
+                                        "boolean",   "integer", "float", "vector", "quaternion",
+                                        "box",       "matrix",  "color", "handle", "filename"};
+
+std::unique_ptr<VariantValue> cloneValue(VariantValue const * value)
+{
+    return std::unique_ptr<VariantValue>(value == nullptr ? nullptr : value->GetCloned());
+}
+
+[[noreturn]] void throwNoElement(int index)
+{
+    throw Exception("Unable to retrieve a Variant with index '%d' from this variant!", index);
+}
+
+[[noreturn]] void throwNoElement(std::string const & name)
+{
+    throw Exception("Unable to retrieve a Variant with index '%s' from this variant!", name.c_str());
+}
+} // namespace
+
+std::unique_ptr<VariantValue> Variant::makeValue(Type type)
+{
+    switch (type) {
+    case Type::Array:
+        return std::make_unique<VariantArrayValue>();
+    case Type::Map:
+        return std::make_unique<VariantMapValue>();
+    case Type::Option:
+        return std::make_unique<VariantOptionValue>();
+    case Type::String:
+        return std::make_unique<VariantStringValue>();
+    case Type::Boolean:
+        return std::make_unique<VariantBooleanValue>();
+    case Type::Integer:
+        return std::make_unique<VariantIntegerValue>();
+    case Type::Float:
+        return std::make_unique<VariantFloatValue>();
+    case Type::Vector:
+        return std::make_unique<VariantCustomValue<Vector>>();
+    case Type::Quaternion:
+        return std::make_unique<VariantCustomValue<Quaternion>>();
+    case Type::Box:
+        return std::make_unique<VariantCustomValue<Box>>();
+    case Type::Matrix:
+        return std::make_unique<VariantCustomValue<Matrix>>();
+    case Type::Color:
+        return std::make_unique<VariantCustomValue<Color>>();
+    case Type::Filename:
+        return std::make_unique<VariantFilenameValue>();
+    default:
+        return nullptr;
+    }
+}
+
+Variant::Variant() = default;
+
+Variant::Variant(std::unique_ptr<VariantValue> value)
+{
+    install(std::move(value));
+}
+
+Variant::Variant(Variant const & source) : Observable(), Observer()
+{
+    install(cloneValue(source.m_value.get()));
+}
+
+Variant::Variant(std::string const & value) : Variant(std::make_unique<VariantStringValue>(value)) {}
+Variant::Variant(char const * value) : Variant(std::string(value)) {}
+Variant::Variant(bool value) : Variant(std::make_unique<VariantBooleanValue>(value)) {}
+Variant::Variant(int value) : Variant(std::make_unique<VariantIntegerValue>(value)) {}
+Variant::Variant(float value) : Variant(std::make_unique<VariantFloatValue>(value)) {}
+Variant::Variant(Vector const & value) : Variant(std::make_unique<VariantCustomValue<Vector>>(value)) {}
+Variant::Variant(Quaternion const & value) : Variant(std::make_unique<VariantCustomValue<Quaternion>>(value)) {}
+Variant::Variant(Box const & value) : Variant(std::make_unique<VariantCustomValue<Box>>(value)) {}
+Variant::Variant(Matrix const & value) : Variant(std::make_unique<VariantCustomValue<Matrix>>(value)) {}
+Variant::Variant(Color const & value) : Variant(std::make_unique<VariantCustomValue<Color>>(value)) {}
+Variant::Variant(Type type) : Variant(makeValue(type)) {}
+
+Variant::Variant(int value, int minimum, int maximum)
+    : Variant(std::make_unique<VariantIntegerValue>(value, minimum, maximum))
+{
+}
+
+Variant::Variant(float value, float minimum, float maximum)
+    : Variant(std::make_unique<VariantFloatValue>(value, minimum, maximum))
+{
+}
+
+Variant::~Variant()
+{
+    destroyObservable();
+    if (m_value) {
+        m_value->removeObserver(this);
+    }
+}
+
+Variant Variant::TypeFilename(std::string const & value)
+{
+    return Variant(std::make_unique<VariantFilenameValue>(value));
+}
+
+Variant Variant::TypeFilename(std::string const & value, std::string const & filter)
+{
+    return Variant(std::make_unique<VariantFilenameValue>(value, filter));
+}
+
+Variant::Type Variant::GetTypeFromName(std::string const & name)
+{
+    auto const found = std::find(std::begin(s_typeNames), std::end(s_typeNames), name);
+    return found == std::end(s_typeNames) ? Type::Undefined : Type(found - std::begin(s_typeNames));
+}
+
+std::string Variant::GetNameFromType(Type type)
+{
+    auto const number = static_cast<std::size_t>(type);
+    return number < std::size(s_typeNames) ? s_typeNames[number] : std::string();
+}
+
+Variant::Type Variant::GetType() const
+{
+    return m_value ? m_value->GetType() : Type::Undefined;
+}
+
+std::string Variant::GetTypeName() const
+{
+    return m_value ? m_value->GetTypeName() : GetNameFromType(Type::Undefined);
+}
+
+Variant Variant::GetMinimum() const
+{
+    return m_value ? m_value->GetMinimum() : Variant();
+}
+
+Variant Variant::GetMaximum() const
+{
+    return m_value ? m_value->GetMaximum() : Variant();
+}
+
+Variant Variant::GetFilter() const
+{
+    return m_value ? m_value->GetFilter() : Variant();
+}
+
+void Variant::SetMinimum(Variant const & minimum)
+{
+    if (m_value) {
+        m_value->SetMinimum(minimum);
+    }
+}
+
+void Variant::SetMaximum(Variant const & maximum)
+{
+    if (m_value) {
+        m_value->SetMaximum(maximum);
+    }
+}
+
+void Variant::SetFilter(Variant const & filter)
+{
+    if (m_value) {
+        m_value->SetFilter(filter);
+    }
+}
+
+bool Variant::operator==(Variant const & other) const
+{
+    if (!m_value || !other.m_value) {
+        return !m_value && !other.m_value;
+    }
+    return m_value->IsEqual(*other.m_value);
+}
+
+template <class T>
+T Variant::Convert(char const * type) const
+{
+    if (!m_value) {
+        throw Exception("Unable to retrieve %s value from this variant!", type);
+    }
+    T value = T();
+    m_value->Get(value);
+    return value;
+}
+
+Variant::operator std::string() const
+{
+    return Convert<std::string>("a string");
+}
+
+Variant::operator bool() const
+{
+    return Convert<bool>("a boolean");
+}
+
+Variant::operator int() const
+{
+    return Convert<int>("an integer");
+}
+
+Variant::operator float() const
+{
+    return Convert<float>("a float");
+}
+
+Variant::operator Vector() const
+{
+    return Convert<Vector>("a vector");
+}
+
+Variant::operator Quaternion() const
+{
+    return Convert<Quaternion>("a quaternion");
+}
+
+Variant::operator Box() const
+{
+    return Convert<Box>("a box");
+}
+
+Variant::operator Matrix() const
+{
+    return Convert<Matrix>("a matrix");
+}
+
+Variant::operator Color() const
+{
+    return Convert<Color>("a color");
+}
+
+Variant & Variant::operator=(Variant const & source)
+{
+    if (this != &source) {
+        // The source may be inside this variant, but its clone isn't.
+        replace(cloneValue(source.m_value.get()));
+    }
+    return *this;
+}
+
+Variant & Variant::operator=(std::string const & value)
+{
+    return assignPlain(value);
+}
+
+Variant & Variant::operator=(char const * value)
+{
+    return assignPlain(std::string(value));
+}
+
+Variant & Variant::operator=(bool value)
+{
+    return assignPlain(value);
+}
+
+Variant & Variant::operator=(int value)
+{
+    return assignPlain(value);
+}
+
+Variant & Variant::operator=(float value)
+{
+    return assignPlain(value);
+}
+
+Variant & Variant::operator=(Vector const & value)
+{
+    return assignPlain(value);
+}
+
+Variant & Variant::operator=(Quaternion const & value)
+{
+    return assignPlain(value);
+}
+
+Variant & Variant::operator=(Box const & value)
+{
+    return assignPlain(value);
+}
+
+Variant & Variant::operator=(Matrix const & value)
+{
+    return assignPlain(value);
+}
+
+Variant & Variant::operator=(Color const & value)
+{
+    return assignPlain(value);
+}
+
+template <class T>
+Variant & Variant::assignPlain(T const & value)
+{
+    if (m_value) {
+        modify([&] { m_value->Set(value); });
+    } else {
+        replace(Variant(value).release());
+    }
+    return *this;
+}
+
+void Variant::assign(Variant const & source)
+{
+    if (source.m_value && !(m_value && m_value->IsEqual(*source.m_value))) {
+        SetValue(source.m_value.get());
+    }
+}
+
+void Variant::take(Variant & source)
+{
+    if (!m_value && source.m_value) {
+        replace(source.release());
+    } else {
+        assign(source);
+    }
+}
+
+Variant & Variant::require(Variant const & requirement)
+{
+    if (requirement.IsAssignable(*this)) {
+        return *this;
+    }
+
+    auto value = cloneValue(requirement.m_value.get());
+    if (m_value) {
+        try {
+            value->Set(*m_value);
+        } catch (...) {
+            // The value of the requirement stays.
+        }
+    }
+    replace(std::move(value));
+    return *this;
+}
+
+void Variant::swap(Variant & other)
+{
+    if (this == &other) {
+        return;
+    }
+
+    modify([&] {
+        auto value = release();
+        install(other.release());
+        other.install(std::move(value));
+    });
+}
+
+void Variant::clear()
+{
+    if (m_value) {
+        modify([&] { m_value->clear(); });
+    }
+}
+
+Variant &Variant::operator,(Variant const &element)
+{
+    // A copy first, since the element may be this variant.
+    Variant copy(element);
+    GetElement(GetSize()).swap(copy);
+    return *this;
+}
+
+bool Variant::IsAssignable(Variant const & source) const
+{
+    if (!m_value || !source.m_value) {
+        return !m_value;
+    }
+
+    try {
+        cloneValue(m_value.get())->Set(*source.m_value);
+        return true;
+    } catch (Exception const &) {
+        return false;
+    }
+}
+
+Variant Variant::GetConverted(Type type) const
+{
+    Variant converted(type);
+    converted.SetValue(m_value.get());
+    return converted;
+}
+
+bool Variant::IsConvertable(Type type) const
+{
+    try {
+        GetConverted(type);
+        return true;
+    } catch (Exception const &) {
+        return false;
+    }
+}
+
+unsigned int Variant::GetSize() const
+{
+    return m_value ? m_value->GetSize() : 0;
+}
+
+bool Variant::HasElement(unsigned int index) const
+{
+    return m_value && m_value->HasElement(index);
+}
+
+bool Variant::HasElement(std::string const & name) const
+{
+    return m_value && m_value->HasElement(name);
+}
+
+std::string Variant::GetElementName(unsigned int index) const
+{
+    return m_value ? m_value->GetElementName(index) : std::string();
+}
+
+template <class Payload, class Key>
+Variant & Variant::makeElement(Key const & key)
+{
+    if (!m_value) {
+        auto value = std::make_unique<Payload>();
+        value->GetElement(key);
+        replace(std::move(value));
+    }
+    return m_value->GetElement(key);
+}
+
+Variant & Variant::GetElement(unsigned int index)
+{
+    return makeElement<VariantArrayValue>(index);
+}
+
+Variant & Variant::GetElement(std::string const & name)
+{
+    return makeElement<VariantMapValue>(name);
+}
+
+Variant const & Variant::GetElement(unsigned int index) const
+{
+    if (!m_value) {
+        throwNoElement(static_cast<int>(index));
+    }
+    return m_value->GetElement(index);
+}
+
+Variant const & Variant::GetElement(std::string const & name) const
+{
+    if (!m_value) {
+        throwNoElement(name);
+    }
+    return m_value->GetElement(name);
+}
+
+Variant & Variant::operator[](int index)
+{
+    if (index < 0) {
+        throwNoElement(index);
+    }
+    return GetElement(static_cast<unsigned int>(index));
+}
+
+Variant const & Variant::operator[](int index) const
+{
+    if (index < 0) {
+        throwNoElement(index);
+    }
+    return GetElement(static_cast<unsigned int>(index));
+}
+
+void Variant::SetValue(VariantValue const * value)
+{
+    if (value == nullptr) {
+        return;
+    }
+    if (m_value) {
+        modify([&] { m_value->Set(*value); });
+    } else {
+        replace(cloneValue(value));
+    }
+}
+
+void Variant::modified(Observable const & observable, ObservableEvent const & event)
+{
+    if (&observable != m_value.get()) {
+        return;
+    }
+    if (dynamic_cast<ObservableDestructionEvent const *>(&event) != nullptr) {
+        // Somebody else has deleted the payload.
+        static_cast<void>(m_value.release());
+        return;
+    }
+
+    beginModification(event.GetCloned());
+    endModification();
+}
+
+template <class Change>
+void Variant::modify(Change const & change)
+{
+    beginModification();
+    try {
+        change();
+    } catch (...) {
+        abortModification();
+        throw;
+    }
+    endModification();
+}
+
+void Variant::replace(std::unique_ptr<VariantValue> value)
+{
+    beginModification();
+    install(std::move(value));
+    endModification();
+}
+
+std::unique_ptr<VariantValue> Variant::release()
+{
+    if (m_value) {
+        m_value->removeObserver(this);
+    }
+    return std::move(m_value);
+}
+
+void Variant::install(std::unique_ptr<VariantValue> value)
+{
+    auto const former = release();
+    m_value = std::move(value);
+    if (m_value) {
+        m_value->addObserver(this);
+    }
+}
+
+std::ostream & operator<<(std::ostream & stream, Variant const & variant)
+{
+    return stream << variant.operator std::string();
+}
+} // namespace tesseralis

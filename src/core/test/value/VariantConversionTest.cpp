@@ -1,0 +1,349 @@
+#include "math/Box.h"
+#include "math/Color.h"
+#include "math/Matrix.h"
+#include "math/Quaternion.h"
+#include "math/Vector.h"
+#include "support/Messages.h"
+#include "support/Recorder.h"
+#include "value/Variant.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <locale>
+#include <random>
+#include <sstream>
+#include <vector>
+
+using namespace tesseralis;
+using namespace tesseralis::test;
+
+namespace {
+std::string const c_vector = "(1;2;3)";
+std::string const c_quaternion = "((1;2;3);4)";
+std::string const c_box = "((1;2;3);(4;5;6))";
+std::string const c_matrix = "((2;0;0;0);(0;2;0;0);(0;0;2;0);(0;0;0;2))";
+std::string const c_color = "(1;2;3;4)";
+
+Vector const s_vector(1, 2, 3);
+Quaternion const s_quaternion(s_vector, 4);
+Box const s_box(s_vector, Vector(4, 5, 6));
+Matrix const s_matrix = Matrix() * 2.0f;
+Color const s_color(1, 2, 3, 4);
+
+/// The value as text, or the message of what reading it throws.
+template <class T>
+std::string read(Variant const & variant)
+{
+    std::ostringstream stream;
+    std::string const message = messageOf([&] {
+        T const value = variant;
+        stream << value;
+    });
+    return stream.str().empty() ? message : stream.str();
+}
+
+/// The text after an assignment of a plain value, or the message of what it throws.
+template <class T>
+std::string write(Variant target, T const & value)
+{
+    std::string const message = messageOf([&] { target = value; });
+    return message == "nothing was thrown" ? target.operator std::string() : message;
+}
+
+/// A cell of the tables that isn't a result: "-" stands for a type that is never taken or given, "?" for a text that is
+/// no such value.
+std::string expand(std::string const & cell, std::string const & verb, std::string const & type,
+                   std::string const & text)
+{
+    if (cell == "-") {
+        return "Unable to " + verb + " a value of type " + type + " " + (verb == "assign" ? "to" : "from") +
+               " this variant!";
+    }
+    return cell == "?" ? "Unable to assign a string value of '" + text + "' to this variant!" : cell;
+}
+
+/// Everything that there is to know about a variant.
+std::string describe(Variant const & variant)
+{
+    std::string text;
+    std::string const message = messageOf([&] { text = variant.GetJSON(false); });
+    return text + message + std::to_string(variant.GetSize());
+}
+
+Variant makeOption(std::initializer_list<Variant> options)
+{
+    Variant option = Variant::TypeOption();
+    for (Variant const & element : options) {
+        option, element;
+    }
+    return option;
+}
+
+Variant makeArray(std::initializer_list<Variant> elements)
+{
+    Variant array = Variant::TypeArray();
+    for (Variant const & element : elements) {
+        array, element;
+    }
+    return array;
+}
+} // namespace
+
+TEST(VariantConversion, GivesWhatTheTypeAndTheValueAllow)
+{
+    struct Row
+    {
+        Variant source;
+        std::string cells[9]; // string, bool, int, float, vector, quaternion, box, matrix, color
+    };
+    Row const rows[] = {
+        {"1", {"1", "1", "1", "1", "?", "?", "?", "?", "?"}},
+        {"TRUE", {"TRUE", "1", "1", "1", "?", "?", "?", "?", "?"}},
+        {"12a", {"12a", "?", "?", "?", "?", "?", "?", "?", "?"}},
+        {" -2.5 ", {" -2.5 ", "?", "?", "-2.5", "?", "?", "?", "?", "?"}},
+        {"false ", {"false ", "?", "?", "?", "?", "?", "?", "?", "?"}},
+        {Variant(c_vector), {c_vector, "?", "?", "?", c_vector, "?", "?", "?", "?"}},
+        {Variant(c_box), {c_box, "?", "?", "?", "?", "?", c_box, "?", "?"}},
+        {Variant(c_color + " x"), {c_color + " x", "?", "?", "?", "?", "?", "?", "?", "?"}},
+        {true, {"true", "1", "1", "1", "-", "-", "-", "-", "-"}},
+        {false, {"false", "0", "0", "0", "-", "-", "-", "-", "-"}},
+        {0, {"0", "0", "0", "0", "-", "-", "-", "-", "-"}},
+        {-5, {"-5", "-", "-5", "-5", "-", "-", "-", "-", "-"}},
+        {1.0f, {"1", "1", "1", "1", "-", "-", "-", "-", "-"}},
+        {1.23456789f, {"1.23457", "-", "-", "1.23457", "-", "-", "-", "-", "-"}},
+        {3e9f, {"3e+09", "-", "-", "3e+09", "-", "-", "-", "-", "-"}},
+        {s_vector, {c_vector, "-", "-", "-", c_vector, "-", "-", "-", "-"}},
+        {s_quaternion, {c_quaternion, "-", "-", "-", "-", c_quaternion, "-", "-", "-"}},
+        {s_box, {c_box, "-", "-", "-", "-", "-", c_box, "-", "-"}},
+        {s_matrix, {c_matrix, "-", "-", "-", "-", "-", "-", c_matrix, "-"}},
+        {s_color, {c_color, "-", "-", "-", "-", "-", "-", "-", c_color}},
+        {makeArray({1, 2, 3}),
+         {"[3]", "-", "-", "-", c_vector, "Unable to retrieve a value of type vector from this variant!",
+          "Unable to retrieve a value of type vector from this variant!", "((1;0;0;0);(0;1;0;0);(0;0;1;0);(0;0;0;1))",
+          "(1;2;3;255)"}},
+        {makeOption({"7", 8}), {"7", "?", "7", "7", "?", "?", "?", "?", "?"}},
+        {Variant::TypeFilename(";a;;b;"), {"a;b", "-", "-", "-", "-", "-", "-", "-", "-"}},
+    };
+    for (auto const & [source, cells] : rows) {
+        std::string const text = source;
+        auto const expected = [&](int column, char const * type) {
+            return expand(cells[column], "retrieve", type, text);
+        };
+        SCOPED_TRACE(source.GetTypeName() + " " + text);
+        EXPECT_EQ(text, cells[0]);
+        EXPECT_EQ(read<bool>(source), expected(1, "bool"));
+        EXPECT_EQ(read<int>(source), expected(2, "int"));
+        EXPECT_EQ(read<float>(source), expected(3, "int"));
+        EXPECT_EQ(read<Vector>(source), expected(4, "vector"));
+        EXPECT_EQ(read<Quaternion>(source), expected(5, "quaternion"));
+        EXPECT_EQ(read<Box>(source), expected(6, "box"));
+        EXPECT_EQ(read<Matrix>(source), expected(7, "matrix"));
+        EXPECT_EQ(read<Color>(source), expected(8, "color"));
+    }
+}
+
+TEST(VariantConversion, TakesWhatTheTypeAndTheLimitsAllow)
+{
+    struct Row
+    {
+        Variant target;
+        std::string cells[13];
+    };
+    auto const noClass = [](char const * type) { return expand("-", "retrieve", type, ""); };
+    std::string const noInt5 = "Unable to assign an integer value of 5 to this variant!";
+    std::string const noFloat = "Unable to assign a float value of '1.500000' to this variant!";
+    std::string const noFloat5 = "Unable to assign a float value of '5.000000' to this variant!";
+    Row const rows[] = {
+        // "1", "abc", "5", true, 1, 5, 1.0, 1.5, and a value of each class
+        {"x", {"1", "abc", "5", "true", "1", "5", "1", "1.5", c_vector, c_quaternion, c_box, c_matrix, c_color}},
+        {false,
+         {"true", "?", "?", "true", "true", "Unable to assign an integer value of '5' to this variant!", "true",
+          noFloat, "-", "-", "-", "-", "-"}},
+        {Variant(0, 0, 3), {"1", "?", noInt5, "1", "1", noInt5, "1", noFloat, "-", "-", "-", "-", "-"}},
+        {Variant(0.0f, 0.0f, 3.0f), {"1", "?", noFloat5, "1", "1", noFloat5, "1", "1.5", "-", "-", "-", "-", "-"}},
+        {Vector(), {"?", "?", "?", "-", "-", "-", "-", "-", c_vector, "-", "-", "-", "-"}},
+        {Quaternion(), {"?", "?", "?", "-", "-", "-", "-", "-", "-", c_quaternion, "-", "-", "-"}},
+        {Box(), {"?", "?", "?", "-", "-", "-", "-", "-", "-", "-", c_box, "-", "-"}},
+        {Matrix(), {"?", "?", "?", "-", "-", "-", "-", "-", "-", "-", "-", c_matrix, "-"}},
+        {Color(), {"?", "?", "?", "-", "-", "-", "-", "-", "-", "-", "-", "-", c_color}},
+        {Variant::TypeArray(), {"[0]", "[0]", "[0]", "-", "-", "-", "-", "-", "[3]", "[2]", "[2]", "[4]", "[4]"}},
+        {Variant::TypeMap(), {"[0]", "[0]", "[0]", "-", "-", "-", "-", "-", "[3]", "[2]", "[2]", "[4]", "[4]"}},
+        {makeOption({0, 1, 5}),
+         {"1", "?", "5", "1", "1", "5", "1", noFloat, noClass("vector"), noClass("quaternion"), noClass("box"),
+          noClass("matrix"), noClass("color")}},
+        {Variant::TypeFilename(), {"1", "abc", "5", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-"}},
+    };
+    for (auto const & [target, cells] : rows) {
+        SCOPED_TRACE(target.GetTypeName());
+        auto const expected = [&](int column, char const * type, char const * text) {
+            return expand(cells[column], "assign", type, text);
+        };
+        EXPECT_EQ(write(target, std::string("1")), expected(0, "string", "1"));
+        EXPECT_EQ(write(target, std::string("abc")), expected(1, "string", "abc"));
+        EXPECT_EQ(write(target, std::string("5")), expected(2, "string", "5"));
+        EXPECT_EQ(write(target, true), expected(3, "bool", ""));
+        EXPECT_EQ(write(target, 1), expected(4, "int", ""));
+        EXPECT_EQ(write(target, 5), expected(5, "int", ""));
+        EXPECT_EQ(write(target, 1.0f), expected(6, "int", ""));
+        EXPECT_EQ(write(target, 1.5f), expected(7, "int", ""));
+        EXPECT_EQ(write(target, s_vector), expected(8, "vector", ""));
+        EXPECT_EQ(write(target, s_quaternion), expected(9, "quaternion", ""));
+        EXPECT_EQ(write(target, s_box), expected(10, "box", ""));
+        EXPECT_EQ(write(target, s_matrix), expected(11, "matrix", ""));
+        EXPECT_EQ(write(target, s_color), expected(12, "color", ""));
+    }
+}
+
+TEST(VariantConversion, FailsWithoutATraceAndIsToldBeforehandForAllPairs)
+{
+    std::vector<Variant> const samples = {Variant(),
+                                          "abc",
+                                          "2",
+                                          c_vector,
+                                          true,
+                                          2,
+                                          Variant(6, 5, 10),
+                                          2.0f,
+                                          Variant(0.25f, 0.0f, 1.0f),
+                                          s_vector,
+                                          s_quaternion,
+                                          s_box,
+                                          s_matrix,
+                                          s_color,
+                                          Variant::TypeArray(),
+                                          Variant::TypeMap(),
+                                          Variant::TypeOption(),
+                                          makeArray({1, 2}),
+                                          makeArray({"x", Variant(1, 0, 1), "z"}),
+                                          makeOption({1, 2}),
+                                          makeOption({"abc", 2.0f}),
+                                          Variant::TypeFilename("a;b", "*.txt")};
+    unsigned int failures = 0;
+    for (Variant const & original : samples) {
+        for (Variant const & source : samples) {
+            SCOPED_TRACE(describe(original) + " takes " + describe(source));
+            Variant target = original;
+            Recorder recorder(target);
+            std::string const message = messageOf([&] { target.assign(source); });
+            bool const assigned = message == "nothing was thrown";
+
+            EXPECT_EQ(original.IsAssignable(source), !original.IsDefined() || (source.IsDefined() && assigned));
+            EXPECT_EQ(target.GetType(), original.IsDefined() ? original.GetType() : source.GetType());
+            EXPECT_EQ(recorder.GetCount(), assigned && source.IsDefined() && original != source ? 1u : 0u);
+            if (!assigned) {
+                EXPECT_EQ(describe(target), describe(original));
+                ++failures;
+            }
+            // No bracket is open, and no event of the failed one is left.
+            recorder.clear();
+            target.beginModification();
+            target.endModification();
+            EXPECT_EQ(recorder.GetCount(), 1u);
+        }
+        for (int type = 0; type <= 15; ++type) {
+            EXPECT_EQ(original.IsConvertable(Variant::Type(type)),
+                      messageOf([&] { original.GetConverted(Variant::Type(type)); }) == "nothing was thrown");
+        }
+    }
+    EXPECT_GT(failures, 100u);
+}
+
+TEST(VariantText, IsThatOfStreams)
+{
+    std::mt19937 random(1);
+    auto const expectSame = [&](std::string const & text) {
+        std::istringstream integers(text);
+        std::istringstream floats(text);
+        int integer = 0;
+        float number = 0;
+        bool const isInteger = (integers >> std::ws >> integer) && (integers >> std::ws).eof();
+        bool const isFloat = (floats >> std::ws >> number) && (floats >> std::ws).eof();
+        Variant const variant = text;
+        ASSERT_EQ(variant.IsConvertable(Variant::Type::Integer), isInteger) << text;
+        ASSERT_EQ(variant.IsConvertable(Variant::Type::Float), isFloat) << text;
+        if (isInteger) {
+            ASSERT_EQ(variant.operator int(), integer) << text;
+        }
+        if (isFloat) {
+            ASSERT_EQ(variant.operator float(), number) << text;
+        }
+    };
+    for (char const * text : {"",
+                              " ",
+                              "+",
+                              "-",
+                              "+5",
+                              "-0",
+                              "007",
+                              "+-5",
+                              "- 5",
+                              "\v12\f",
+                              "2147483647",
+                              "2147483648",
+                              "-2147483648",
+                              "-2147483649",
+                              "1.",
+                              ".5",
+                              ".",
+                              "-.5",
+                              "1e",
+                              "1e+",
+                              "1e5",
+                              "1E-5",
+                              "0x10",
+                              "inf",
+                              "nan",
+                              "-inf",
+                              "infinity",
+                              "1e39",
+                              "-1e39",
+                              "1e-46",
+                              "-1e-400",
+                              "1e-40",
+                              "3.4028235e38",
+                              "1,5",
+                              "1e5.2",
+                              "16777217",
+                              "99999999999999999999",
+                              "1e99999999999",
+                              "0e99999999999"}) {
+        expectSame(text);
+    }
+    expectSame(std::string("5\0", 2));
+    char const characters[] = "0123456789+-.eE \t";
+    for (int i = 0; i < 20000; ++i) {
+        std::string text;
+        for (unsigned int length = random() % 9; length > 0; --length) {
+            text += characters[random() % (sizeof(characters) - 1)];
+        }
+        expectSame(text);
+
+        std::uint32_t const bits = static_cast<std::uint32_t>(random());
+        float number;
+        std::memcpy(&number, &bits, sizeof(number));
+        std::ostringstream stream;
+        stream << number;
+        ASSERT_EQ(Variant(number).operator std::string(), stream.str());
+        ASSERT_EQ(Variant(static_cast<int>(bits)).operator std::string(), std::to_string(static_cast<int>(bits)));
+        expectSame(stream.str());
+    }
+}
+
+TEST(VariantText, ComesBackAsTheSameValueInAnyLocale)
+{
+    struct Decimals : std::numpunct<char>
+    {
+        char do_decimal_point() const override { return ','; }
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    std::locale const former = std::locale::global(std::locale(std::locale::classic(), new Decimals));
+    for (Variant const & value :
+         {Variant(1234567), Variant(0.5f), Variant(Vector(0.5f, 12345.5f, -1)), Variant(s_quaternion)}) {
+        std::string const text = value;
+        EXPECT_EQ(text.find(','), std::string::npos) << text;
+        EXPECT_EQ(Variant(text).GetConverted(value.GetType()), value) << text;
+    }
+    std::locale::global(former);
+}

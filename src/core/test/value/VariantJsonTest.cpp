@@ -1,0 +1,230 @@
+#include "math/Box.h"
+#include "math/Color.h"
+#include "math/Matrix.h"
+#include "math/Quaternion.h"
+#include "math/Vector.h"
+#include "support/Messages.h"
+#include "value/Variant.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+using namespace tesseralis;
+using namespace tesseralis::test;
+
+namespace {
+std::string repeat(std::string const & text, unsigned int count)
+{
+    std::string result;
+    for (; count > 0; --count) {
+        result += text;
+    }
+    return result;
+}
+
+/// The type and the plain form of what a text is read as, or the message of what that throws.
+std::string read(std::string const & text)
+{
+    std::string result;
+    std::string const message = messageOf([&] {
+        Variant const value = Variant::fromJSON(text);
+        result = value.GetTypeName() + " " + value.GetJSON(true);
+    });
+    return result.empty() ? message : result;
+}
+} // namespace
+
+TEST(VariantJson, WritesBothForms)
+{
+    Variant map;
+    map["b"] = 1;
+    map["a"][1] = true;
+    struct Row
+    {
+        Variant value;
+        std::string plain;
+        std::string typed;
+    };
+    Row const rows[] = {
+        {Variant(), "null", "null"},
+        {"q\"b\\ \b\f\n\r\t\x01\x1f\x7f\xff/", "\"q\\\"b\\\\ \\b\\f\\n\\r\\t\\u0001\\u001f\x7f\xff/\"",
+         "{\"_type\":\"string\",\"_value\":\"q\\\"b\\\\ \\b\\f\\n\\r\\t\\u0001\\u001f\x7f\xff/\"}"},
+        {false, "false", R"({"_type":"boolean","_value":false})"},
+        {5, "5", R"({"_type":"integer","_minimum":-2147483648,"_maximum":2147483647,"_value":5})"},
+        {Variant(0.5f, 0.0f, 1.0f), "0.5", R"({"_type":"float","_minimum":0,"_maximum":1,"_value":0.5})"},
+        {Variant::TypeFilename("a;b", "*"), "\"a;b\"", R"({"_type":"filename","_filter":"*","_value":"a;b"})"},
+        {Variant::TypeArray(), "[]", R"({"_type":"array","_value":[]})"},
+        {Variant::TypeMap(), "{}", R"({"_type":"map","_value":{}})"},
+        {map, R"({"b":1,"a":[null,true]})",
+         R"({"_type":"map","_value":{"b":{"_type":"integer","_minimum":-2147483648,"_maximum":2147483647,"_value":1},)"
+         R"("a":{"_type":"array","_value":[null,{"_type":"boolean","_value":true}]}}})"},
+        {Vector(1, 2, 3), R"({"x":1,"y":2,"z":3})", R"({"_type":"vector","_value":{"x":1,"y":2,"z":3}})"},
+        {Matrix() * 2.0f, "[[2,0,0,0],[0,2,0,0],[0,0,2,0],[0,0,0,2]]",
+         R"({"_type":"matrix","_value":[[2,0,0,0],[0,2,0,0],[0,0,2,0],[0,0,0,2]]})"},
+    };
+    for (auto const & [value, plain, typed] : rows) {
+        EXPECT_EQ(value.GetJSON(true), plain);
+        EXPECT_EQ(value.GetJSON(false), typed);
+        EXPECT_EQ(Variant::fromJSON(typed).GetJSON(false), typed);
+        EXPECT_EQ(Variant::fromJSON(plain).GetJSON(true), plain);
+    }
+}
+
+TEST(VariantJson, ReadsTypedValuesOfEveryTypeBack)
+{
+    Variant option = Variant::TypeOption();
+    (option, Variant("a")), Variant("b");
+    option = "b";
+    for (Variant const & value :
+         {Variant(Vector(1, 2, 3)), Variant(Quaternion(Vector(1, 2, 3), 4)), Variant(Box(Vector(), Vector(1, 2, 3))),
+          Variant(Matrix() * 3.0f), Variant(Color(1, 2, 3, 4)), option}) {
+        Variant const result = Variant::fromJSON(value.GetJSON(false));
+        EXPECT_EQ(result.GetType(), value.GetType());
+        EXPECT_EQ(result, value);
+        EXPECT_EQ(result.GetSize(), value.GetSize());
+    }
+}
+
+TEST(VariantJson, ReadsMoreThanJson)
+{
+    struct Row
+    {
+        std::string text;
+        std::string expected;
+    };
+    Row const rows[] = {
+        {"", "undefined null"},
+        {" \t\r\n", "undefined null"},
+        {"5", "integer 5"},
+        {"  -7 rest", "integer -7"},
+        {"1e3", "integer 1"},
+        {"1.5e3", "float 1500"},
+        {"-", "integer 0"},
+        {"-.", "float 0"},
+        {"1.5e", "float 0"},
+        {"1.2.3", "float 1.2"},
+        {"99999999999", "integer 2147483647"},
+        {"-99999999999", "integer -2147483648"},
+        {"9.9e99", "float 3.40282e+38"},
+        {"@5", "integer 5"},
+        {"@", "undefined null"},
+        {"tru", "boolean true"},
+        {"[tXXX,fXXXX,nXXX]", "array [true,false,null]"},
+        {"[1,,2]", "array [1,2]"},
+        {"[1 2,]", "array [1,2]"},
+        {"[[[]],{}]", "array [[[]],{}]"},
+        {R"({"a" 1})", R"(map {"a":1})"},
+        {R"({"a"  "b" ,: "c":[1]"d"{}})", R"(map {"a":"b","c":[1],"d":{}})"},
+        {R"({"a":})", "map {}"},
+        {R"({"a":1,"a":"2"})", R"(map {"a":2})"},
+        {R"({"a":1,"a":[]})", R"(map {"a":[]})"},
+        {R"({"a":1,"a":"x"})", "undefined null"},
+        {"{1:2}", "undefined null"},
+        {R"({[]:2})", "undefined null"},
+        {R"("\u0041\u1f42\/\q\"")", R"(string "AB/q\"")"},
+        {R"("\u004")", "undefined null"},
+        {R"(["\u00g1"])", "undefined null"},
+        {"\"abc", "undefined null"},
+        {"\"abc\\", "undefined null"},
+        {"[1", "undefined null"},
+        {"[1,", "undefined null"},
+        {R"({"a":1)", "undefined null"},
+        {R"({"a":1,"b)", "undefined null"},
+        {R"({"a":[1})", "undefined null"},
+    };
+    for (auto const & [text, expected] : rows) {
+        EXPECT_EQ(read(text), expected) << text;
+    }
+}
+
+TEST(VariantJson, ReadsTypedObjectsInAnyOrderAndWithinTheirLimits)
+{
+    struct Row
+    {
+        std::string text;
+        std::string expected;
+    };
+    Row const rows[] = {
+        {R"({"_type":"integer","_value":"7"})", "integer 7"},
+        {R"({"_value":2,"_maximum":3,"other":1,"_type":"integer"})", "integer 2"},
+        {R"({"_type":"integer","_maximum":3,"_value":4})", "Unable to assign an integer value of 4 to this variant!"},
+        {R"([{"_type":"integer","_value":[]}])", "Unable to retrieve a value of type int from this variant!"},
+        {R"({"_type":"filename","_filter":null})", "Unable to retrieve a string value from this variant!"},
+        {R"({"_type":"nothing","_value":4})", "undefined null"},
+        {R"({"_type":null,"_value":4})", R"(map {"_type":null,"_value":4})"},
+        {R"({"_type":"float"})", "float 0"},
+        {R"({"_type":"float","_value":null})", "float 0"},
+        {R"({"_type":"integer","_minimum":5})", "integer 5"},
+        {R"({"_type":"array","_value":{"1":"b","x":"c","0":"a"}})", R"(array ["a","c"])"},
+        {R"({"_type":"map","_value":["a",[1]]})", R"(map {"0":"a","1":[1]})"},
+        {R"({"_type":"map","_value":"text"})", "map {}"},
+        {R"({"_type":"vector","_value":[1,2]})", R"(vector {"x":1,"y":2,"z":0})"},
+        {R"({"_type":"array","_value":{"_type":"vector"}})", "array [0,0,0]"},
+        {R"({"_type":"option","_value":["b",["a","b"]]})", R"(option {"selection":"b","options":["a","b"]})"},
+        {R"({"_type":"option","_value":5})", "Unable to assign a value to this variant!"},
+        {R"({"_type":"array","_value":{"9999999":1}})",
+         "Unable to retrieve a Variant with index '9999999' from this variant!"},
+    };
+    for (auto const & [text, expected] : rows) {
+        EXPECT_EQ(read(text), expected) << text;
+    }
+}
+
+TEST(VariantJson, AssignsToTheTypeThatIsThere)
+{
+    Variant variant(1, 0, 9);
+    variant.SetJSON("\"5\"");
+    variant.SetJSON("[");
+    EXPECT_EQ(variant, Variant(5));
+    EXPECT_EQ(messageOf([&] { variant.SetJSON("12"); }), "Unable to assign an integer value of 12 to this variant!");
+    Variant undefined;
+    undefined.SetJSON(R"({"_type":"integer","_maximum":3,"_value":2})");
+    EXPECT_EQ(undefined.GetMaximum(), Variant(3));
+}
+
+TEST(VariantJson, EndsCleanlyOnDeepAndLongTexts)
+{
+    EXPECT_TRUE(Variant::fromJSON(repeat("[", 1024) + repeat("]", 1024)).IsDefined());
+    EXPECT_FALSE(Variant::fromJSON(repeat("[", 1025) + repeat("]", 1025)).IsDefined());
+    EXPECT_FALSE(Variant::fromJSON(repeat("[", 100000)).IsDefined());
+    EXPECT_FALSE(Variant::fromJSON(repeat("{\"a\":", 100000)).IsDefined());
+    EXPECT_FALSE(Variant::fromJSON("[" + std::string(10000000, '@') + "]").IsDefined());
+    EXPECT_EQ(Variant::fromJSON(std::string(10000000, '9')), Variant(2147483647));
+
+    // Each level converts what is in it; copies on each would take minutes.
+    std::string const ballast = "[" + repeat("1,", 100000) + "]";
+    std::string const openings[] = {R"({"_type":"array","_value":{"0":)", R"({"_type":"option","_value":{"options":[)",
+                                    R"({"_type":"map","_value":{"k":)"};
+    std::string const endings[] = {"}}", "]}}", "}}"};
+    for (std::size_t i = 0; i < std::size(openings); ++i) {
+        Variant const value = Variant::fromJSON(repeat(openings[i], 300) + ballast + repeat(endings[i], 300));
+        EXPECT_TRUE(value.IsDefined());
+        EXPECT_EQ(value.GetSize(), 1u);
+    }
+}
+
+TEST(VariantJson, OffersItsStepsToSubclasses)
+{
+    struct Access : Variant
+    {
+        using Variant::parseJSONArray;
+        using Variant::parseJSONLiteral;
+        using Variant::parseJSONObject;
+        using Variant::parseJSONString;
+        using Variant::parseJSONValue;
+    };
+    std::stringstream stream(R"(  5 1,2] "a":1} text" true rest)");
+    bool error = false;
+    EXPECT_EQ(Access::parseJSONValue(stream, error).GetJSON(true), "5");
+    EXPECT_EQ(Access::parseJSONArray(stream, error).GetJSON(true), "[1,2]");
+    EXPECT_EQ(Access::parseJSONObject(stream, error).GetJSON(true), "{\"a\":1}");
+    EXPECT_EQ(Access::parseJSONString(stream, error).GetJSON(true), "\" text\"");
+    stream.get();
+    stream.get();
+    EXPECT_EQ(Access::parseJSONLiteral(stream, error).GetJSON(true), "true");
+    EXPECT_FALSE(error);
+    Access::parseJSONArray(stream, error);
+    EXPECT_TRUE(error);
+}
