@@ -4,9 +4,10 @@
 #include "math/Quaternion.h"
 #include "math/Vector.h"
 
+#include <array>
+#include <bit>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <limits>
 #include <sstream>
 
@@ -18,6 +19,14 @@ void require(bool condition)
     if (!condition) {
         std::abort();
     }
+}
+
+/// Whether two values are the same bit by bit.
+template <class T>
+bool isSame(T const & a, T const & b)
+{
+    using Bytes = std::array<std::uint8_t, sizeof(T)>;
+    return std::bit_cast<Bytes>(a) == std::bit_cast<Bytes>(b);
 }
 
 // The streams are used again, since making one takes longer than reading from it.
@@ -48,12 +57,12 @@ void checkText(std::string const & text, T const & initial)
 {
     T value = initial;
     if (!read(text, value)) {
-        require(std::memcmp(&value, &initial, sizeof(T)) == 0);
+        require(isSame(value, initial));
         return;
     }
     T again = initial;
     require(read(write(value), again));
-    require(std::memcmp(&value, &again, sizeof(T)) == 0);
+    require(isSame(value, again));
 }
 } // namespace
 

@@ -45,7 +45,7 @@ void Color::SetHSV(float hue, float saturation, float value)
 Color const & Color::operator*=(float factor)
 {
     for (unsigned char & channel : m_channels) {
-        channel = toByte(channel * factor);
+        channel = toByte(static_cast<float>(channel) * factor);
     }
     return *this;
 }
@@ -53,7 +53,7 @@ Color const & Color::operator*=(float factor)
 Color const & Color::operator/=(float divisor)
 {
     for (unsigned char & channel : m_channels) {
-        channel = toByte(channel / divisor);
+        channel = toByte(static_cast<float>(channel) / divisor);
     }
     return *this;
 }

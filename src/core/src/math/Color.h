@@ -64,7 +64,7 @@ private:
     {
         return value > 0.0f ? static_cast<unsigned char>(std::min(value, 255.0f)) : 0;
     }
-    float GetNormalized(unsigned int i) const { return m_channels[i] / 255.0f; }
+    float GetNormalized(unsigned int i) const { return static_cast<float>(m_channels[i]) / 255.0f; }
 
     unsigned char m_channels[4];
 };

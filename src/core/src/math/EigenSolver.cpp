@@ -330,12 +330,12 @@ void EigenSolver::sweep(std::size_t l, std::size_t m)
 void EigenSolver::sort()
 {
     for (std::size_t i = 0; i + 1 < m_size; ++i) {
-        auto const smallest = std::min_element(m_eigenvalues.begin() + i, m_eigenvalues.end());
-        std::size_t const k = smallest - m_eigenvalues.begin();
+        float * const d = m_eigenvalues.data();
+        auto const k = static_cast<std::size_t>(std::min_element(d + i, d + m_size) - d);
         if (k == i) {
             continue;
         }
-        std::swap(m_eigenvalues[i], m_eigenvalues[k]);
+        std::swap(d[i], d[k]);
         std::swap_ranges(&m_matrix[GetIndex(i, 0)], &m_matrix[GetIndex(i, 0)] + m_size, &m_matrix[GetIndex(k, 0)]);
         // Counted once for each element of the columns.
         m_isRotation = m_isRotation != (m_size % 2 == 1);

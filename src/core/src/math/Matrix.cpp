@@ -58,12 +58,12 @@ void Matrix::SetRow(unsigned int i, Vector const & elements)
 
 void Matrix::SetColumn(unsigned int i, float const * const elements)
 {
-    std::copy_n(elements, 4, m_elements + i * 4);
+    std::copy_n(elements, 4, &(*this)(i, 0));
 }
 
 void Matrix::SetColumn(unsigned int i, Vector const & elements)
 {
-    std::copy_n(elements.Get(), 3, m_elements + i * 4);
+    std::copy_n(elements.Get(), 3, &(*this)(i, 0));
 }
 
 float Matrix::GetTrace() const
@@ -157,7 +157,7 @@ Matrix Matrix::GetTransposed() const
 {
     Matrix result;
     for (unsigned int i = 0; i < 4; ++i) {
-        result.SetRow(i, m_elements + i * 4);
+        result.SetRow(i, &Get(i, 0));
     }
     return result;
 }
@@ -200,7 +200,7 @@ Matrix Matrix::operator*(Matrix const & other) const
 {
     Matrix result;
     for (unsigned int column = 0; column < 4; ++column) {
-        float const * const factors = other.m_elements + column * 4;
+        float const * const factors = &other.Get(column, 0);
         for (unsigned int row = 0; row < 4; ++row) {
             result.m_elements[column * 4 + row] = m_elements[row] * factors[0] + m_elements[4 + row] * factors[1] +
                                                   m_elements[8 + row] * factors[2] + m_elements[12 + row] * factors[3];

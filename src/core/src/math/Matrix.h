@@ -93,7 +93,7 @@ public:
     Matrix const & operator-=(Matrix const & other) { return *this = *this - other; }
 
 private:
-    Vector GetColumn(unsigned int i) const { return Vector(m_elements + i * 4); }
+    Vector GetColumn(unsigned int i) const { return Vector(&Get(i, 0)); }
 
     float m_elements[16] = {1.0f, 0.0f, 0.0f, 0.0f, 0.0f, 1.0f, 0.0f, 0.0f,
                             0.0f, 0.0f, 1.0f, 0.0f, 0.0f, 0.0f, 0.0f, 1.0f};
