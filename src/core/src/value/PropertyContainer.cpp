@@ -1,0 +1,588 @@
+#include "value/PropertyContainer.h"
+
+#include "object/Exception.h"
+#include "object/Logger.h"
+#include "object/Tesseralis.h"
+#include "plugin/Host.h"
+#include "value/Archive.h"
+#include "value/Variant.h"
+#include "value/detail/PropertyContainerProperty.h"
+
+#include <iterator>
+#include <ostream>
+#include <utility>
+
+namespace tesseralis {
+ObservableEvent * PropertyContainerEvent::GetCloned() const
+{
+    return new PropertyContainerEvent(*this);
+}
+
+ObservableEvent * PropertyContainerPropertyEvent::GetCloned() const
+{
+    return new PropertyContainerPropertyEvent(*this);
+}
+
+bool PropertyContainerPropertyEvent::IsEqual(ObservableEvent const & event) const
+{
+    return PropertyContainerEvent::IsEqual(event) && m_name == castEvent<PropertyContainerPropertyEvent>(event).m_name;
+}
+
+ObservableEvent * PropertyContainerAdditionEvent::GetCloned() const
+{
+    return new PropertyContainerAdditionEvent(*this);
+}
+
+ObservableEvent * PropertyContainerRemovalEvent::GetCloned() const
+{
+    return new PropertyContainerRemovalEvent(*this);
+}
+
+ObservableEvent * PropertyContainerChangeEvent::GetCloned() const
+{
+    return new PropertyContainerChangeEvent(*this);
+}
+
+PropertyContainerRenameEvent::PropertyContainerRenameEvent(std::string const & currentName,
+                                                           std::string const & previousName)
+    : m_currentName(currentName), m_previousName(previousName)
+{
+}
+
+ObservableEvent * PropertyContainerRenameEvent::GetCloned() const
+{
+    return new PropertyContainerRenameEvent(*this);
+}
+
+bool PropertyContainerRenameEvent::IsEqual(ObservableEvent const & event) const
+{
+    if (!PropertyContainerEvent::IsEqual(event)) {
+        return false;
+    }
+    auto const & other = castEvent<PropertyContainerRenameEvent>(event);
+    return m_currentName == other.m_currentName && m_previousName == other.m_previousName;
+}
+
+PropertyContainer::PropertyContainer(unsigned int attributes) : PropertyContainer(GetTypeName(), attributes) {}
+
+PropertyContainer::PropertyContainer(std::string const & name, unsigned int attributes)
+    : PropertyContainer(static_cast<PropertyContainer *>(nullptr))
+{
+    constructPropertyContainer(name, attributes);
+}
+
+PropertyContainer::PropertyContainer(PropertyContainer *) : Object(static_cast<Object *>(nullptr)) {}
+
+PropertyContainer::~PropertyContainer()
+{
+    destroyPropertyContainer();
+}
+
+void PropertyContainer::constructPropertyContainer(std::string const & name, unsigned int attributes)
+{
+    constructObject(name, attributes);
+    m_observer.connect(this, &PropertyContainer::propertyModified);
+}
+
+void PropertyContainer::destroyPropertyContainer()
+{
+    destroyObject();
+    clearProperties();
+}
+
+std::string PropertyContainer::GetTypeName()
+{
+    return "propertycontainer";
+}
+
+Object * PropertyContainer::createObject(std::string const &, unsigned int)
+{
+    return nullptr;
+}
+
+std::string PropertyContainer::GetObjectTypeName() const
+{
+    return GetTypeName();
+}
+
+PropertyContainer * PropertyContainer::GetPropertyContainer(Variant const * value)
+{
+    return PropertyContainerProperty::GetPropertyContainer(value);
+}
+
+unsigned int PropertyContainer::GetPropertyCount() const
+{
+    MutexLocker locker(m_mutex);
+    return static_cast<unsigned int>(m_properties.size());
+}
+
+bool PropertyContainer::HasProperty(std::string const & name) const
+{
+    return GetPropertyByName(name) != nullptr;
+}
+
+bool PropertyContainer::HasProperty(Variant const * value) const
+{
+    return GetPropertyByValue(value) != nullptr;
+}
+
+std::string PropertyContainer::GetPropertyName(Variant const * value) const
+{
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty const * const property = GetPropertyByValue(value);
+    return property == nullptr ? std::string() : property->GetName();
+}
+
+Variant const & PropertyContainer::GetProperty(std::string const & name) const
+{
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty const * const property = GetPropertyByName(name);
+    if (property == nullptr) {
+        throw Exception("A property named '%s' does not exist!", name.c_str());
+    }
+    return property->GetValue();
+}
+
+Variant const & PropertyContainer::GetProperty(std::string const & name, Variant const & fallback) const
+{
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty const * const property = GetPropertyByName(name);
+    return property == nullptr ? fallback : property->GetValue();
+}
+
+Variant & PropertyContainer::GetProperty(std::string const & name)
+{
+    MutexLocker locker(m_mutex);
+    if (!HasProperty(name)) {
+        addProperty(name, Variant());
+    }
+    return const_cast<Variant &>(std::as_const(*this).GetProperty(name));
+}
+
+void PropertyContainer::addProperty(std::string const & givenName, Variant const & givenValue)
+{
+    MutexLocker locker(m_mutex);
+    // Copies, since both may belong to the property that is removed.
+    std::string const name = givenName;
+    auto property = std::make_unique<PropertyContainerProperty>(*this, name, givenValue);
+    if (HasProperty(name)) {
+        removeProperty(name);
+    }
+
+    beginModification(new PropertyContainerAdditionEvent(name));
+    auto const position = m_properties.insert(m_properties.end(), std::move(property));
+    PropertyContainerProperty & added = **position;
+    added.GetValue().addObserver(&m_observer);
+    m_byName.emplace(added.GetName(), position);
+    m_byValue.emplace(&added.GetValue(), position);
+    endModification();
+}
+
+void PropertyContainer::removeProperty(std::string const & givenName)
+{
+    MutexLocker locker(m_mutex);
+    std::string const name = givenName; // it may belong to the property
+    beginModification(new PropertyContainerRemovalEvent(name));
+    endModification();
+    auto const found = m_byName.find(name);
+    if (found == m_byName.end()) {
+        return;
+    }
+
+    PropertyList::iterator const position = found->second;
+    PropertyContainerProperty & property = **position;
+    property.GetValue().removeObserver(&m_observer);
+    m_byName.erase(found);
+    m_byValue.erase(&property.GetValue());
+    m_properties.erase(position);
+}
+
+void PropertyContainer::renameProperty(std::string const & currentName, std::string const & previousName)
+{
+    MutexLocker locker(m_mutex);
+    auto const found = m_byName.find(previousName);
+    if (found == m_byName.end() || m_byName.contains(currentName)) {
+        return;
+    }
+
+    beginModification(new PropertyContainerRenameEvent(currentName, previousName));
+    PropertyList::iterator const position = found->second;
+    m_byName.erase(found);
+    (*position)->SetName(currentName);
+    m_byName.emplace((*position)->GetName(), position);
+    endModification();
+}
+
+void PropertyContainer::clearProperties()
+{
+    MutexLocker locker(m_mutex);
+    while (!m_properties.empty()) {
+        removeProperty(m_properties.front()->GetName());
+    }
+}
+
+void PropertyContainer::copyProperties(PropertyContainer const & other)
+{
+    MutexLocker locker(m_mutex);
+    if (this == &other) {
+        return;
+    }
+    MutexLocker otherLocker(other.m_mutex);
+    for (auto position = other.m_properties.rbegin(); position != other.m_properties.rend(); ++position) {
+        GetProperty((*position)->GetName()) = (*position)->GetValue();
+    }
+}
+
+bool PropertyContainer::HasPropertyFlags(std::string const & name, unsigned int mask) const
+{
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty const * const property = GetPropertyByName(name);
+    return property != nullptr && property->HasFlags(mask);
+}
+
+unsigned int PropertyContainer::GetPropertyFlags(std::string const & name) const
+{
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty const * const property = GetPropertyByName(name);
+    return property == nullptr ? 0 : property->GetFlags();
+}
+
+void PropertyContainer::SetPropertyFlags(std::string const & name, unsigned int mask, bool on)
+{
+    MutexLocker locker(m_mutex);
+    if (PropertyContainerProperty * const property = GetPropertyByName(name)) {
+        beginModification(new PropertyContainerChangeEvent(name));
+        property->SetFlags(mask, on);
+        endModification();
+    }
+}
+
+bool PropertyContainer::HasPropertyDescription(std::string const & name) const
+{
+    return !GetPropertyDescription(name).empty();
+}
+
+std::string const & PropertyContainer::GetPropertyDescription(std::string const & name) const
+{
+    static std::string const s_noDescription;
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty const * const property = GetPropertyByName(name);
+    return property == nullptr ? s_noDescription : property->GetDescription();
+}
+
+void PropertyContainer::SetPropertyDescription(std::string const & name, std::string const & description)
+{
+    MutexLocker locker(m_mutex);
+    if (PropertyContainerProperty * const property = GetPropertyByName(name)) {
+        beginModification(new PropertyContainerChangeEvent(name));
+        property->SetDescription(description);
+        endModification();
+    }
+}
+
+bool PropertyContainer::HasPropertyLink(std::string const & name) const
+{
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty const * const property = GetPropertyByName(name);
+    return property != nullptr && property->HasLink();
+}
+
+PropertyContainerLink PropertyContainer::GetPropertyLink(std::string const & name) const
+{
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty const * const property = GetPropertyByName(name);
+    return property == nullptr ? PropertyContainerLink() : property->GetLink();
+}
+
+void PropertyContainer::SetPropertyLink(std::string const & name, PropertyContainerLink const & link)
+{
+    MutexLocker locker(m_mutex);
+    if (!link.IsValid()) {
+        removeLink(name);
+        return;
+    }
+    if (HasPropertyLink(name)) {
+        removeLink(name);
+    }
+    if (!joinValues(name, link)) {
+        return;
+    }
+
+    PropertyContainerProperty * const property = GetPropertyByName(name);
+    if (property == nullptr) {
+        return;
+    }
+    beginModification(new PropertyContainerChangeEvent(name));
+    if (auto * const target = link.GetPropertyContainer()->GetPropertyByName(link.GetPropertyName())) {
+        property->join(*target);
+    }
+    endModification();
+}
+
+void PropertyContainer::removeLink(std::string const & name)
+{
+    if (PropertyContainerProperty * const property = GetPropertyByName(name)) {
+        beginModification(new PropertyContainerChangeEvent(name));
+        property->unlink();
+        endModification();
+    }
+}
+
+bool PropertyContainer::joinValues(std::string const & name, PropertyContainerLink const & link)
+{
+    std::string message = "Unknown error.";
+    try {
+        if (link.HasProperty() || !HasProperty(name)) {
+            Variant & value = GetProperty(name);
+            value.assign(link.GetProperty());
+        } else {
+            link.GetProperty().assign(GetProperty(name));
+        }
+        return true;
+    } catch (Exception const & exception) {
+        message = exception.GetMessage();
+    } catch (...) {
+    }
+
+    std::string const & ownName = GetObjectName();
+    Logger::Get().error() << "[" << ownName << "] Unable to link '" << ownName << "." << name << "' to '"
+                          << link.GetPropertyContainer()->GetObjectName() << "." << link.GetPropertyName() << ": "
+                          << std::endl
+                          << message << std::endl
+                          << std::endl;
+    return false;
+}
+
+bool PropertyContainer::HasPropertyExpression(std::string const & name) const
+{
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty const * const property = GetPropertyByName(name);
+    return property != nullptr && property->HasExpression();
+}
+
+PropertyContainerExpression PropertyContainer::GetPropertyExpression(std::string const & name) const
+{
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty const * const property = GetPropertyByName(name);
+    return property == nullptr ? PropertyContainerExpression() : property->GetExpression();
+}
+
+void PropertyContainer::SetPropertyExpression(std::string const & name, PropertyContainerExpression const & expression)
+{
+    MutexLocker locker(m_mutex);
+    if (PropertyContainerProperty * const property = GetPropertyByName(name)) {
+        beginModification(new PropertyContainerChangeEvent(name));
+        property->SetExpression(expression);
+        endModification();
+    }
+}
+
+PropertyContainerProperty * PropertyContainer::GetPropertyByName(std::string const & name)
+{
+    return const_cast<PropertyContainerProperty *>(std::as_const(*this).GetPropertyByName(name));
+}
+
+PropertyContainerProperty const * PropertyContainer::GetPropertyByName(std::string const & name) const
+{
+    MutexLocker locker(m_mutex);
+    auto const found = m_byName.find(name);
+    return found == m_byName.end() ? nullptr : found->second->get();
+}
+
+PropertyContainerProperty * PropertyContainer::GetPropertyByValue(Variant const * value)
+{
+    return const_cast<PropertyContainerProperty *>(std::as_const(*this).GetPropertyByValue(value));
+}
+
+PropertyContainerProperty const * PropertyContainer::GetPropertyByValue(Variant const * value) const
+{
+    MutexLocker locker(m_mutex);
+    auto const found = m_byValue.find(value);
+    return found == m_byValue.end() ? nullptr : found->second->get();
+}
+
+void PropertyContainer::propertyModified(Variant const & value, ObservableEvent const &)
+{
+    MutexLocker locker(m_mutex);
+    PropertyContainerProperty * const property = GetPropertyByValue(&value);
+    if (property == nullptr) {
+        return;
+    }
+
+    beginModification(new PropertyContainerChangeEvent(property->GetName()));
+    endModification();
+    // Looked up anew, since those who heard of the change may have removed it.
+    if (PropertyContainerProperty * const remaining = GetPropertyByValue(&value)) {
+        remaining->spread();
+    }
+}
+
+namespace {
+void storeExpression(PropertyContainerExpression expression, std::string const & name, ArchiveElement & element)
+{
+    auto const * const host = dynamic_cast<Object const *>(expression.GetHost());
+    if (host == nullptr) {
+        return;
+    }
+
+    ArchiveElement child = element.store("expression");
+    child.SetAttribute("name", name);
+    child.SetAttribute("host", host->GetObjectName());
+    child.SetValue(expression.GetCommand());
+    for (ObserverIterator i(expression); !i.IsAtEnd(); ++i) {
+        auto const * const value = dynamic_cast<Variant const *>(&*i);
+        PropertyContainer const * const container = PropertyContainer::GetPropertyContainer(value);
+        if (container != nullptr) {
+            ArchiveElement trigger = child.store("trigger");
+            trigger.SetAttribute("container", container->GetObjectName());
+            trigger.SetAttribute("property", container->GetPropertyName(value));
+        }
+    }
+}
+} // namespace
+
+void PropertyContainer::store(ArchiveElement & element)
+{
+    MutexLocker locker(m_mutex);
+    for (PropertyContainerIterator i(*this); !i.IsAtEnd(); ++i) {
+        if (!element.HasArchiveFlags(PropertyArchiveFlag::StructureOnly)) {
+            ArchiveElement child = element.store("property");
+            child.SetAttribute("name", i.GetName());
+            if (i.HasFlags(PropertyFlag::Hidden)) {
+                child.SetAttribute("hidden", "true");
+            }
+            i->store(child);
+        }
+        if (i.HasLink()) {
+            PropertyContainerLink const link = i.GetLink();
+            ArchiveElement child = element.store("link");
+            child.SetAttribute("name", i.GetName());
+            child.SetAttribute("container", link.GetPropertyContainer()->GetObjectName());
+            child.SetAttribute("property", link.GetPropertyName());
+        }
+        if (i.HasExpression()) {
+            storeExpression(i.GetExpression(), i.GetName(), element);
+        }
+    }
+}
+
+void PropertyContainer::retrieve(ArchiveElement & element)
+{
+    MutexLocker locker(m_mutex);
+    for (ArchiveElement child = element.retrieve("property"); !child.IsEmpty(); child = element.retrieve("property")) {
+        retrieveProperty(child);
+    }
+    for (ArchiveElement child = element.retrieve("link"); !child.IsEmpty(); child = element.retrieve("link")) {
+        retrieveLink(child);
+    }
+    for (ArchiveElement child = element.retrieve("expression"); !child.IsEmpty();
+         child = element.retrieve("expression")) {
+        retrieveExpression(child);
+    }
+}
+
+void PropertyContainer::retrieveProperty(ArchiveElement & element)
+{
+    std::string const name = element.GetAttribute("name");
+    if (!HasProperty(name)) {
+        addProperty(name, Variant());
+    }
+    if (element.GetAttribute("hidden") == "true") {
+        SetPropertyFlags(name, PropertyFlag::Hidden, true);
+    }
+    GetProperty(name).retrieve(element);
+}
+
+void PropertyContainer::retrieveLink(ArchiveElement & element)
+{
+    Object * const object = Tesseralis::Get().GetObject(element.GetAttribute("container"));
+    if (auto * const container = dynamic_cast<PropertyContainer *>(object)) {
+        SetPropertyLink(element.GetAttribute("name"),
+                        PropertyContainerLink(container, element.GetAttribute("property")));
+    }
+}
+
+void PropertyContainer::retrieveExpression(ArchiveElement & element)
+{
+    auto * const host = dynamic_cast<Host *>(Tesseralis::Get().GetObject(element.GetAttribute("host")));
+    if (host == nullptr) {
+        return;
+    }
+
+    PropertyContainerExpression expression(host, element.GetValue());
+    for (ArchiveElement trigger = element.retrieve("trigger"); !trigger.IsEmpty();
+         trigger = element.retrieve("trigger")) {
+        Object * const object = Tesseralis::Get().GetObject(trigger.GetAttribute("container"));
+        if (auto * const container = dynamic_cast<PropertyContainer *>(object)) {
+            container->GetProperty(trigger.GetAttribute("property")).addObserver(&expression);
+        }
+    }
+    SetPropertyExpression(element.GetAttribute("name"), expression);
+}
+
+PropertyContainerIterator::PropertyContainerIterator(PropertyContainer & container)
+    : m_position(container.m_properties.begin()), m_end(container.m_properties.end())
+{
+}
+
+PropertyContainerIterator & PropertyContainerIterator::operator++()
+{
+    ++m_position;
+    return *this;
+}
+
+Variant & PropertyContainerIterator::operator*() const
+{
+    return (*m_position)->GetValue();
+}
+
+Variant * PropertyContainerIterator::operator->() const
+{
+    return &(*m_position)->GetValue();
+}
+
+std::string const & PropertyContainerIterator::GetName() const
+{
+    return (*m_position)->GetName();
+}
+
+unsigned int PropertyContainerIterator::GetFlags() const
+{
+    return (*m_position)->GetFlags();
+}
+
+bool PropertyContainerIterator::HasFlags(unsigned int mask) const
+{
+    return (*m_position)->HasFlags(mask);
+}
+
+bool PropertyContainerIterator::HasDescription() const
+{
+    return !GetDescription().empty();
+}
+
+std::string const & PropertyContainerIterator::GetDescription() const
+{
+    return (*m_position)->GetDescription();
+}
+
+bool PropertyContainerIterator::HasLink() const
+{
+    return (*m_position)->HasLink();
+}
+
+PropertyContainerLink PropertyContainerIterator::GetLink() const
+{
+    return (*m_position)->GetLink();
+}
+
+bool PropertyContainerIterator::HasExpression() const
+{
+    return (*m_position)->HasExpression();
+}
+
+PropertyContainerExpression PropertyContainerIterator::GetExpression() const
+{
+    return (*m_position)->GetExpression();
+}
+} // namespace tesseralis

@@ -1,0 +1,206 @@
+#include "value/detail/PropertyContainerProperty.h"
+
+#include "object/Exception.h"
+#include "object/Logger.h"
+#include "object/Mutex.h"
+#include "value/PropertyContainer.h"
+
+#include <algorithm>
+#include <ostream>
+#include <unordered_map>
+
+namespace tesseralis {
+namespace {
+/// Links in one chain that a change follows; what lies behind is left as it is, since each takes a part of the stack.
+constexpr int c_longestChain = 1000;
+thread_local int t_chainLength = 0;
+
+struct ContainerTable
+{
+    Mutex mutex;
+    std::unordered_map<Variant const *, PropertyContainer *> containers;
+};
+
+ContainerTable & GetContainerTable()
+{
+    static ContainerTable * const s_table = new ContainerTable;
+    return *s_table;
+}
+
+/// Runs a change; what it throws goes to the log, introduced by what a function writes to the stream. False if it
+/// threw.
+template <class Change, class WriteTask>
+bool runLogged(Change && change, WriteTask && writeTask)
+{
+    std::string message = "Unknown error.";
+    try {
+        change();
+        return true;
+    } catch (Exception const & exception) {
+        message = exception.GetMessage();
+    } catch (...) {
+    }
+    std::ostream & stream = Logger::Get().error();
+    writeTask(stream);
+    stream << ": " << std::endl << message << std::endl << std::endl;
+    return false;
+}
+} // namespace
+
+PropertyContainerProperty::PropertyContainerProperty(PropertyContainer & container, std::string const & name,
+                                                     Variant const & value)
+    : m_container(container), m_name(name), m_value(value)
+{
+    ContainerTable & table = GetContainerTable();
+    MutexLocker locker(table.mutex);
+    table.containers.emplace(&m_value, &m_container);
+}
+
+PropertyContainerProperty::~PropertyContainerProperty()
+{
+    {
+        ContainerTable & table = GetContainerTable();
+        MutexLocker locker(table.mutex);
+        table.containers.erase(&m_value);
+    }
+    for (PropertyContainerProperty * const peer : m_peers) {
+        std::erase(peer->m_peers, this);
+        if (peer->m_link == this) {
+            peer->m_link = nullptr;
+        }
+    }
+}
+
+PropertyContainer * PropertyContainerProperty::GetPropertyContainer(Variant const * value)
+{
+    ContainerTable & table = GetContainerTable();
+    MutexLocker locker(table.mutex);
+    auto const found = table.containers.find(value);
+    return found == table.containers.end() ? nullptr : found->second;
+}
+
+std::string const & PropertyContainerProperty::GetDescription() const
+{
+    // Links can form a ring: a second walker of half the speed is then caught up with.
+    PropertyContainerProperty const * property = this;
+    PropertyContainerProperty const * slow = this;
+    for (bool even = false; property->m_description.empty() && property->m_link != nullptr; even = !even) {
+        property = property->m_link;
+        slow = even ? slow->m_link : slow;
+        if (property == slow) {
+            break;
+        }
+    }
+    return property->m_description;
+}
+
+PropertyContainerLink PropertyContainerProperty::GetLink() const
+{
+    return m_link == nullptr ? PropertyContainerLink() : PropertyContainerLink(&m_link->m_container, m_link->m_name);
+}
+
+void PropertyContainerProperty::join(PropertyContainerProperty & target)
+{
+    if (&target == this || &target == m_link) {
+        return;
+    }
+
+    unlink();
+    m_link = &target;
+    m_peers.push_back(&target);
+    target.m_peers.push_back(this);
+}
+
+void PropertyContainerProperty::unlink()
+{
+    if (m_link == nullptr) {
+        return;
+    }
+
+    // The two may be joined twice, once by the link of each.
+    auto const dropOne = [](auto & peers, PropertyContainerProperty * property) {
+        peers.erase(std::find(peers.begin(), peers.end(), property));
+    };
+    dropOne(m_peers, m_link);
+    dropOne(m_link->m_peers, this);
+    m_link = nullptr;
+}
+
+void PropertyContainerProperty::spread()
+{
+    // A value that doesn't equal itself, such as a vector with a part that is no number, would come and go for ever.
+    if (m_peers.empty() || (m_spreading && m_value != m_value)) {
+        return;
+    }
+
+    bool const wasSpreading = m_spreading;
+    m_spreading = true;
+    ++t_chainLength;
+    for (PropertyContainerProperty * const peer : std::vector<PropertyContainerProperty *>(m_peers)) {
+        // Whoever heard of the change before may have removed the link or the property.
+        if (std::find(m_peers.begin(), m_peers.end(), peer) != m_peers.end()) {
+            assignTo(*peer);
+        }
+    }
+    --t_chainLength;
+    m_spreading = wasSpreading;
+}
+
+void PropertyContainerProperty::assignTo(PropertyContainerProperty & peer)
+{
+    auto const change = [&] {
+        if (m_value != peer.m_value) {
+            if (t_chainLength > c_longestChain) {
+                throw Exception("The chain of links is longer than %d!", c_longestChain);
+            }
+            peer.m_value.assign(m_value);
+        }
+    };
+    runLogged(change, [&](std::ostream & stream) {
+        std::string const & name = m_container.GetObjectName();
+        stream << "[" << name << "] Unable to assign value of " << name << "." << m_name << " to "
+               << peer.m_container.GetObjectName() << "." << peer.m_name;
+    });
+}
+
+PropertyContainerExpression PropertyContainerProperty::GetExpression() const
+{
+    if (m_expression == nullptr) {
+        return PropertyContainerExpression();
+    }
+    PropertyContainerExpression copy(*m_expression);
+    copy.disconnect(const_cast<PropertyContainerProperty *>(this), &PropertyContainerProperty::triggerModified);
+    return copy;
+}
+
+void PropertyContainerProperty::SetExpression(PropertyContainerExpression const & expression)
+{
+    if (!expression.IsValid()) {
+        m_expression.reset();
+        return;
+    }
+    auto const copy = std::make_shared<PropertyContainerExpression>(expression);
+    m_expression = copy;
+    copy->connect(this, &PropertyContainerProperty::triggerModified);
+}
+
+void PropertyContainerProperty::triggerModified(Observable const &, ObservableEvent const &)
+{
+    // Held, since the evaluation or those who hear of the new value may replace it.
+    std::shared_ptr<PropertyContainerExpression> const expression = m_expression;
+    if (expression == nullptr) {
+        return;
+    }
+
+    expression->SetEnabled(false); // so that its own effects don't fire it again
+    auto const change = [&] {
+        Variant const result = expression->evaluate(&m_container);
+        m_value.assign(result);
+    };
+    bool const done = runLogged(change, [&](std::ostream & stream) {
+        std::string const & name = m_container.GetObjectName();
+        stream << "[" << name << "] Unable to assign value of expression to " << name << "." << m_name;
+    });
+    expression->SetEnabled(done);
+}
+} // namespace tesseralis

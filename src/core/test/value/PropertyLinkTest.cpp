@@ -1,0 +1,220 @@
+#include "math/Vector.h"
+#include "object/Exception.h"
+#include "plugin/Host.h"
+#include "support/Recorder.h"
+#include "value/PropertyContainer.h"
+#include "value/Variant.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+#include <memory>
+#include <string>
+
+using namespace tesseralis;
+using namespace tesseralis::test;
+
+namespace {
+/// A host that can be observed, whose language is a function.
+class FunctionHost : public PropertyContainer, public Host
+{
+public:
+    explicit FunctionHost(std::function<Variant()> function)
+        : PropertyContainer("host", ObjectAttribute::Registered), m_function(std::move(function))
+    {
+    }
+    ~FunctionHost() override { destroyPropertyContainer(); }
+
+    Variant evaluate(std::string const &, Object *) const override
+    {
+        ++calls;
+        return m_function();
+    }
+    mutable int calls = 0;
+
+private:
+    std::function<Variant()> m_function;
+};
+
+int toInt(Variant const & value)
+{
+    return value;
+}
+
+std::string logOf(std::function<void()> const & action)
+{
+    testing::internal::CaptureStdout();
+    action();
+    return testing::internal::GetCapturedStdout();
+}
+
+class PropertyLinks : public testing::Test
+{
+protected:
+    PropertyContainer a{"a", ObjectAttribute::Registered};
+    PropertyContainer b{"b", ObjectAttribute::Registered};
+    PropertyContainer c{"c", ObjectAttribute::Registered};
+};
+
+using PropertyExpressions = PropertyLinks;
+} // namespace
+
+TEST_F(PropertyLinks, TheTargetsValueWinsAndChangesGoBothWays)
+{
+    a.addProperty("x", 1);
+    b.addProperty("y", 2);
+    a.SetPropertyLink("x", PropertyContainerLink(&b, "y"));
+    EXPECT_EQ(toInt(a.GetProperty("x")), 2);
+    a.GetProperty("x") = 3;
+    EXPECT_EQ(toInt(b.GetProperty("y")), 3);
+    b.GetProperty("y") = 4;
+    EXPECT_EQ(toInt(a.GetProperty("x")), 4);
+    EXPECT_EQ(a.GetPropertyLink("x"), PropertyContainerLink(&b, "y"));
+    EXPECT_FALSE(b.HasPropertyLink("y"));
+
+    b.renameProperty("z", "y");
+    EXPECT_EQ(a.GetPropertyLink("x").GetPropertyName(), "z");
+    Recorder recorder(a);
+    a.SetPropertyLink("x", PropertyContainerLink(&c, "new"));
+    EXPECT_EQ(recorder.GetCountOf<PropertyContainerChangeEvent>(), 2u) << "the old link goes with an event of its own";
+    EXPECT_EQ(toInt(c.GetProperty("new")), 4);
+    b.GetProperty("z") = 9;
+    EXPECT_EQ(toInt(a.GetProperty("x")), 4);
+    a.SetPropertyLink("missing", PropertyContainerLink(&b, "missing"));
+    EXPECT_FALSE(a.GetProperty("missing").IsDefined());
+    EXPECT_TRUE(a.HasPropertyLink("missing"));
+}
+
+TEST_F(PropertyLinks, ChainsAndRingsOfMixedTypesComeToRest)
+{
+    a.addProperty("text", "1");
+    a.SetPropertyLink("text", PropertyContainerLink(&a, "text"));
+    EXPECT_FALSE(a.HasPropertyLink("text"));
+    b.addProperty("number", Variant::TypeFloat(1.0f));
+    c.addProperty("limited", Variant::TypeInteger(1, 0, 10));
+    a.SetPropertyLink("text", PropertyContainerLink(&b, "number"));
+    b.SetPropertyLink("number", PropertyContainerLink(&c, "limited"));
+    c.SetPropertyLink("limited", PropertyContainerLink(&a, "text"));
+
+    a.GetProperty("text") = "7.0";
+    EXPECT_EQ(toInt(c.GetProperty("limited")), 7);
+    EXPECT_EQ(a.GetProperty("text").operator std::string(), "7");
+    EXPECT_EQ(a.GetPropertyDescription("text"), "");
+
+    std::string const log = logOf([&] { b.GetProperty("number") = 20.0f; });
+    EXPECT_EQ(toInt(c.GetProperty("limited")), 7);
+    EXPECT_EQ(a.GetProperty("text").operator std::string(), "20") << "the other peer still gets the value";
+    EXPECT_NE(log.find("[b] Unable to assign value of b.number to c.limited: \n"
+                       "Unable to assign an integer value of 20 to this variant!\n\n"),
+              std::string::npos)
+        << log;
+
+    Vector const notANumber(std::numeric_limits<float>::quiet_NaN(), 0, 0);
+    a.addProperty("v", Vector());
+    a.SetPropertyLink("v", PropertyContainerLink(&b, "v"));
+    a.GetProperty("v") = notANumber;
+    EXPECT_FALSE(b.GetProperty("v") == b.GetProperty("v"));
+}
+
+TEST_F(PropertyLinks, AnEndlessChainEndsInTheLogAndNotInTheStack)
+{
+    constexpr int c_links = 20000;
+    for (int i = 0; i <= c_links; ++i) {
+        a.addProperty(std::to_string(i), 0);
+    }
+    for (int i = 0; i < c_links; ++i) {
+        a.SetPropertyLink(std::to_string(i), PropertyContainerLink(&a, std::to_string(i + 1)));
+    }
+    EXPECT_NE(logOf([&] { a.GetProperty("0") = 1; }).find("chain of links"), std::string::npos);
+    EXPECT_EQ(toInt(a.GetProperty("500")), 1);
+}
+
+TEST_F(PropertyLinks, ALinkThatCannotBeginIsLoggedAndNotMade)
+{
+    a.addProperty("x", Variant::TypeInteger(0, 0, 1));
+    b.addProperty("y", 5);
+    std::string const log = logOf([&] { a.SetPropertyLink("x", PropertyContainerLink(&b, "y")); });
+    EXPECT_NE(
+        log.find("[a] Unable to link 'a.x' to 'b.y: \nUnable to assign an integer value of 5 to this variant!\n\n"),
+        std::string::npos)
+        << log;
+    EXPECT_FALSE(a.HasPropertyLink("x"));
+}
+
+TEST_F(PropertyLinks, DescriptionsFollowTheLinksAndDyingPropertiesLeaveNone)
+{
+    auto d = std::make_unique<PropertyContainer>("d", 0u);
+    a.SetPropertyLink("x", PropertyContainerLink(&b, "x"));
+    b.SetPropertyLink("x", PropertyContainerLink(d.get(), "x"));
+    d->SetPropertyDescription("x", "from d");
+    EXPECT_EQ(a.GetPropertyDescription("x"), "from d");
+    EXPECT_TRUE(a.HasPropertyDescription("x"));
+    d.reset();
+    EXPECT_FALSE(b.HasPropertyLink("x"));
+    b.removeProperty("x");
+    EXPECT_FALSE(a.HasPropertyLink("x"));
+    a.GetProperty("x") = 1;
+}
+
+TEST_F(PropertyExpressions, FireWhenATriggerChangesAndNotBefore)
+{
+    a.addProperty("x", 2);
+    b.addProperty("double", 0);
+    auto host = std::make_unique<FunctionHost>([&] { return Variant(2 * toInt(a.GetProperty("x"))); });
+    {
+        PropertyContainerExpression expression(host.get(), "2 * x");
+        a.GetProperty("x").addObserver(&expression);
+        b.SetPropertyExpression("double", expression);
+    }
+    EXPECT_EQ(toInt(b.GetProperty("double")), 0);
+    a.GetProperty("x") = 3;
+    EXPECT_EQ(toInt(b.GetProperty("double")), 6);
+    EXPECT_EQ(host->calls, 1);
+
+    PropertyContainerExpression copy = b.GetPropertyExpression("double");
+    EXPECT_EQ(copy, PropertyContainerExpression(host.get(), "2 * x"));
+    a.GetProperty("x") = 4;
+    EXPECT_EQ(host->calls, 2) << "a copy updates nothing of its own";
+    b.removeProperty("double");
+    a.GetProperty("x") = 5;
+    EXPECT_EQ(host->calls, 2);
+    host.reset();
+    EXPECT_FALSE(copy.IsValid());
+    EXPECT_FALSE(copy.evaluate(nullptr).IsDefined());
+}
+
+TEST_F(PropertyExpressions, AFailureIsLoggedOnceAndADeadHostIsForgotten)
+{
+    a.addProperty("x", 0);
+    b.addProperty("y", 7);
+    auto host = std::make_unique<FunctionHost>([]() -> Variant { throw Exception("no such thing"); });
+    PropertyContainerExpression expression(host.get(), "text");
+    a.GetProperty("x").addObserver(&expression);
+    b.SetPropertyExpression("y", expression);
+    std::string const log = logOf([&] {
+        a.GetProperty("x") = 1;
+        a.GetProperty("x") = 2;
+        host.reset();
+    });
+    EXPECT_NE(log.find("[b] Unable to assign value of expression to b.y: \nno such thing\n\n"), std::string::npos);
+    EXPECT_EQ(log.find("no such thing"), log.rfind("no such thing"));
+    EXPECT_FALSE(b.GetPropertyExpression("y").IsValid());
+    EXPECT_EQ(toInt(b.GetProperty("y")), 7);
+}
+
+TEST_F(PropertyExpressions, MayBeReplacedWhileTheyAreEvaluated)
+{
+    a.addProperty("x", 0);
+    b.addProperty("y", 7);
+    FunctionHost host([&] {
+        b.SetPropertyExpression("y", PropertyContainerExpression());
+        return Variant(8);
+    });
+    PropertyContainerExpression expression(&host, "text");
+    a.GetProperty("x").addObserver(&expression);
+    b.SetPropertyExpression("y", expression);
+    a.GetProperty("x") = 1;
+    EXPECT_FALSE(b.HasPropertyExpression("y"));
+    EXPECT_EQ(host.calls, 1);
+}
