@@ -1,0 +1,25 @@
+#pragma once
+
+#include "value/Archive.h"
+
+#include <string>
+#include <vector>
+
+namespace tesseralis::host {
+/// The document that the registry's objects come from and go to.
+class Document
+{
+public:
+    /// Makes the objects of a file. Those of unknown types are skipped with a warning; they are kept as they are for
+    /// save(). Throws Exception if the file can't be read or isn't a document of this system.
+    void load(std::string const & filename);
+    /// Writes all persistent objects, and what load() skipped, to a file. Throws Exception if it can't be written; the
+    /// file is then what it was.
+    void save(std::string const & filename) const;
+
+private:
+    void skipUnknownObjects(Archive & archive);
+
+    Archive m_skipped;
+};
+} // namespace tesseralis::host

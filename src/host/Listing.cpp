@@ -1,0 +1,80 @@
+#include "Listing.h"
+
+#include "Text.h"
+
+#include "object/Tesseralis.h"
+#include "value/PropertyContainer.h"
+#include "value/Variant.h"
+
+#include <algorithm>
+#include <array>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace tesseralis::host {
+namespace {
+using Row = std::array<std::string, 5>;
+constexpr std::size_t c_widestCell = 60;
+
+std::string limitsOf(Variant const & value)
+{
+    std::string limits;
+    if (value.GetMinimum().IsDefined() && value.GetMinimum() != Variant(value.GetType()).GetMinimum()) {
+        limits += "from " + toLine(value.GetMinimum());
+    }
+    if (value.GetMaximum().IsDefined() && value.GetMaximum() != Variant(value.GetType()).GetMaximum()) {
+        limits += (limits.empty() ? "to " : " to ") + toLine(value.GetMaximum());
+    }
+    if (value.GetFilter().IsDefined() && !toLine(value.GetFilter()).empty()) {
+        limits += "filter " + toLine(value.GetFilter());
+    }
+    if (value.GetType() == Variant::Type::Option) {
+        limits = "of";
+        for (unsigned int i = 0; i < value.GetSize(); ++i) {
+            limits += (i == 0 ? " " : ", ") + toLine(value.GetElement(i));
+        }
+    }
+    return limits;
+}
+
+std::vector<Row> rowsOf(PropertyContainer & container)
+{
+    std::vector<Row> rows;
+    for (PropertyContainerIterator i(container); !i.IsAtEnd(); ++i) {
+        rows.push_back({onOneLine(i.GetName()), i->GetTypeName(), toLine(*i), limitsOf(*i),
+                        i.HasFlags(PropertyFlag::Hidden) ? "hidden" : ""});
+    }
+    return rows;
+}
+
+void printRows(std::ostream & stream, std::vector<Row> const & rows)
+{
+    std::array<std::size_t, std::tuple_size_v<Row>> widths{};
+    for (Row const & row : rows) {
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            widths[column] = std::max(widths[column], std::min(row[column].size(), c_widestCell));
+        }
+    }
+    for (Row const & row : rows) {
+        std::string line;
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            std::string const & cell = row[column];
+            line += "  " + cell + std::string(widths[column] - std::min(widths[column], cell.size()), ' ');
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        stream << line << '\n';
+    }
+}
+} // namespace
+
+void printObjects(std::ostream & stream)
+{
+    for (TesseralisIterator i(Tesseralis::Get()); !i.IsAtEnd(); ++i) {
+        stream << i->GetObjectTypeName() << " '" << onOneLine(i.GetName()) << "'\n";
+        if (auto * const container = dynamic_cast<PropertyContainer *>(i.GetObject())) {
+            printRows(stream, rowsOf(*container));
+        }
+    }
+}
+} // namespace tesseralis::host

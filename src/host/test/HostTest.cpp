@@ -1,0 +1,154 @@
+#include "support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+using namespace tesseralis::test;
+
+namespace {
+std::string contentOf(std::filesystem::path const & path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void write(std::filesystem::path const & path, std::string const & text)
+{
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+std::string quoted(std::string const & word)
+{
+    std::string result = "'";
+    for (char const character : word) {
+        result += character == '\'' ? "'\\''" : std::string(1, character);
+    }
+    return result + "'";
+}
+
+class HostProgram : public testing::Test
+{
+protected:
+    struct Result
+    {
+        int status;
+        std::string out;
+        std::string error;
+    };
+
+    std::string pathOf(std::string const & name) const { return directory.GetPath(name); }
+
+    Result run(std::vector<std::string> const & arguments) const
+    {
+        std::string command = quoted(HOST);
+        for (std::string const & argument : arguments) {
+            command += " " + quoted(argument);
+        }
+        command += " >" + quoted(pathOf("out")) + " 2>" + quoted(pathOf("error"));
+        int const status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(pathOf("out")), contentOf(pathOf("error"))};
+    }
+
+    TemporaryDirectory directory;
+    std::string const session = std::string(DATA) + "/session.xml";
+};
+} // namespace
+
+TEST_F(HostProgram, ChangesAValueSavesItAndFindsItAgain)
+{
+    std::string const saved = pathOf("saved.xml");
+    Result const changed = run({session, "--set", "study.Slice thickness=2.5", "--set", "view.front.Quality=best",
+                                "--set", "study.Files=a.nii;b.nii", "--watch", "--save", saved});
+    EXPECT_EQ(changed.status, 0);
+    EXPECT_EQ(changed.error, "");
+    EXPECT_EQ(changed.out, "registry: changed 'study'\nstudy: changed property 'Slice thickness' = 2.5\n"
+                           "registry: changed 'view.front'\nview.front: changed property 'Quality' = best\n"
+                           "registry: changed 'study'\nstudy: changed property 'Files' = a.nii;b.nii\n");
+    EXPECT_EQ(run({saved, "--get", "study.Slice thickness"}).out, "2.5\n");
+    EXPECT_EQ(run({saved, "--get", "view.front.Frame", "--json"}).out,
+              "{\"_type\":\"integer\",\"_minimum\":-2147483648,\"_maximum\":2147483647,\"_value\":0}\n");
+    std::string const list = run({saved, "--list"}).out;
+    for (char const * line : {"session 'view.front'\n", "  Slice thickness  float      2.5 ", "from 0.1 to 10\n",
+                              "of fast, balanced, best", "hidden\n", "1. shell, 80 kV\\n"}) {
+        EXPECT_NE(list.find(line), std::string::npos) << line << "\n" << list;
+    }
+}
+
+TEST_F(HostProgram, SavesWhatItLoadsToTheByte)
+{
+    std::string const saved = pathOf("saved.xml");
+    EXPECT_EQ(run({session, "--save", saved}).status, 0);
+    EXPECT_EQ(contentOf(saved), contentOf(session));
+}
+
+TEST_F(HostProgram, TellsWrongInputInOneLineAndWritesNothing)
+{
+    std::string const saved = pathOf("saved.xml");
+    write(pathOf("broken.xml"), "<tesseralis>\n  <session name=\"a\">\n</tesseralis>");
+    write(pathOf("other.xml"), "<document/>");
+    write(pathOf("control.xml"), "<tesseralis><nobody name=\"x&#x1B;[31m\"/><session name=\"s\"/></tesseralis>");
+    struct Case
+    {
+        std::vector<std::string> arguments;
+        std::string message;
+    };
+    for (Case const & wrong :
+         std::vector<Case>{{{pathOf("none.xml")},
+                            "Error loading from '" + pathOf("none.xml") + "' (line 0, column 0: Failed to open file)!"},
+                           {{pathOf("broken.xml")}, "(line 3, column 1: Error reading end tag.)!"},
+                           {{pathOf("other.xml")}, "its root tag is 'document'"},
+                           {{session, "--set", "nobody.x=1"}, "There is no object for 'nobody.x'."},
+                           {{session, "--set", "view.front.x=1"}, "The object 'view.front' has no property 'x'."},
+                           {{session, "--set", "study"}, "is not of the form OBJECT.PROPERTY=TEXT."},
+                           {{session, "--set", "study.Slice thickness=11"},
+                            "Unable to assign a float value of '11.000000' to this variant!"},
+                           {{session, "--set", "study.Calibrated=perhaps"},
+                            "Unable to assign a string value of 'perhaps' to this variant!"},
+                           {{session, "--set", "view.front.Quality=none"},
+                            "Unable to assign a string value of 'none' to this variant!"},
+                           {{session, "--set", "appearance.Labels=a"}, "can't be set by one text."},
+                           {{session, "--get", "study.x"}, "has no property 'x'."},
+                           {{session, "--json"}, "--json requires --get"},
+                           {{session, "--frobnicate"}, "--frobnicate"},
+                           {{}, "session is required"}}) {
+        std::vector<std::string> arguments = wrong.arguments;
+        arguments.insert(arguments.end(), {"--save", saved});
+        Result const result = run(arguments);
+        EXPECT_EQ(result.status, 1) << wrong.message;
+        EXPECT_NE(result.error.find(wrong.message), std::string::npos) << result.error;
+        EXPECT_EQ(result.error.find('\n'), result.error.size() - 1) << result.error;
+        EXPECT_FALSE(std::filesystem::exists(saved)) << wrong.message;
+        EXPECT_EQ(result.out, "");
+    }
+    Result const unwritable = run({session, "--save", pathOf("no such folder") + "/x.xml"});
+    EXPECT_EQ(unwritable.status, 1);
+    EXPECT_NE(unwritable.error.find("Error saving to"), std::string::npos);
+}
+
+TEST_F(HostProgram, NamesObjectsOfUnknownTypesAndKeepsThemInTheDocument)
+{
+    write(pathOf("unknown.xml"),
+          "<tesseralis><nobody name=\"x&#x1B;[31m\"><property name=\"p\"/></nobody>"
+          "<session name=\"s\"><property name=\"a\" type=\"integer\">1</property></session></tesseralis>");
+    Result const result = run({pathOf("unknown.xml"), "--get", "s.a", "--save", pathOf("saved.xml")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "1\n");
+    EXPECT_EQ(result.error, "tesseralis: warning: 'x\\x1b[31m' is skipped: its type 'nobody' is not known.\n");
+    EXPECT_NE(contentOf(pathOf("saved.xml")).find("<property name=\"p\">"), std::string::npos);
+}
+
+TEST_F(HostProgram, HelpAndVersionAreNoErrors)
+{
+    EXPECT_EQ(run({"--version"}).out, "tesseralis 0.8.0-3801 (20121004)\n");
+    Result const help = run({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.out.find("--set"), std::string::npos);
+}
