@@ -9,7 +9,6 @@
 #include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <iterator>
 #include <random>
@@ -74,44 +73,35 @@ bool inChild(std::function<bool()> const & work)
 class SafeSave : public testing::Test
 {
 protected:
-    std::size_t GetFileCount() const
+    std::ptrdiff_t GetFileCount() const { return std::distance(fs::directory_iterator(directory.GetPath("")), {}); }
+
+    bool IsRefused(std::string const & name, std::string const & cause) const
     {
-        return static_cast<std::size_t>(std::distance(fs::directory_iterator(directory.GetPath("")), {}));
-    }
-    mode_t GetMode() const { return static_cast<mode_t>(fs::status(filename).permissions()); }
-    std::string message(std::string const & cause) const
-    {
-        return "Error saving to '" + filename + "' (line 0, column 0: " + cause + ")!";
+        return messageOf([&] { saveGeneration(name, 2); }) ==
+               "Error saving to '" + name + "' (line 0, column 0: " + cause + ")!";
     }
 
     TemporaryDirectory directory;
-    std::string filename = directory.GetPath("document.xml");
+    std::string const filename = directory.GetPath("document.xml");
 };
 } // namespace
 
-TEST_F(SafeSave, ANewFileGetsTheUsualModeAndAnOldOneKeepsIts)
-{
-    mode_t const mask = umask(027);
-    saveGeneration(filename, 1);
-    umask(mask);
-    EXPECT_EQ(GetMode(), 0640u);
-    fs::permissions(filename, fs::perms(0604));
-    saveGeneration(filename, 2);
-    EXPECT_EQ(GetMode(), 0604u);
-    EXPECT_EQ(loadGeneration(filename), 2);
-    EXPECT_EQ(GetFileCount(), 1u);
-}
-
-TEST_F(SafeSave, SymbolicLinksStay)
+TEST_F(SafeSave, LinksAndModesStay)
 {
     fs::create_directory(directory.GetPath("folder"));
     fs::create_symlink("folder/second", filename);
     fs::create_symlink("third", directory.GetPath("folder/second"));
-    for (int generation : {1, 2}) { // the first time they lead to nothing yet
-        saveGeneration(filename, generation);
-        EXPECT_EQ(loadGeneration(directory.GetPath("folder/third")), generation);
-        EXPECT_TRUE(fs::is_symlink(filename) && fs::is_symlink(directory.GetPath("folder/second")));
-    }
+    std::string const target = directory.GetPath("folder/third");
+
+    mode_t const mask = umask(027);
+    saveGeneration(filename, 1); // through links that lead to nothing yet
+    umask(mask);
+    EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
+    fs::permissions(target, fs::perms(0604));
+    saveGeneration(filename, 2);
+    EXPECT_EQ(fs::status(target).permissions(), fs::perms(0604));
+    EXPECT_EQ(loadGeneration(target), 2);
+    EXPECT_TRUE(fs::is_symlink(filename) && fs::is_symlink(directory.GetPath("folder/second")));
 }
 
 TEST_F(SafeSave, AFailureLeavesTheOldDocumentAndNothingElse)
@@ -121,41 +111,22 @@ TEST_F(SafeSave, AFailureLeavesTheOldDocumentAndNothingElse)
         rlimit const limit{1000, 1000};
         setrlimit(RLIMIT_FSIZE, &limit);
         std::signal(SIGXFSZ, SIG_IGN);
-        return messageOf([&] { saveGeneration(filename, 2); }) == message("File too large");
+        return IsRefused(filename, "File too large");
     }));
-    auto const refused = [&] {
-        constexpr uid_t c_nobody = 65534;
-        return (geteuid() != 0 || setuid(c_nobody) == 0) &&
-               messageOf([&] { saveGeneration(filename, 2); }) == message("Permission denied");
-    };
-    fs::permissions(directory.GetPath(""), fs::perms(0777));
-    fs::permissions(filename, fs::perms(0444));
-    EXPECT_TRUE(inChild(refused)) << "a file that is read-only";
-    fs::permissions(filename, fs::perms(0666));
-    fs::permissions(directory.GetPath(""), fs::perms(0555));
-    EXPECT_TRUE(inChild(refused)) << "a folder that is";
-    fs::permissions(directory.GetPath(""), fs::perms(0777));
-    EXPECT_EQ(loadGeneration(filename), 1);
-    EXPECT_EQ(GetFileCount(), 1u);
-}
-
-TEST_F(SafeSave, TellsWhyAFileCannotBeWritten)
-{
-    fs::create_directory(filename);
-    EXPECT_EQ(messageOf([&] { saveGeneration(filename, 1); }), message("Is a directory"));
-    for (auto const & [name, cause] : std::vector<std::pair<std::string, std::string>>{
-             {"/dev/full", "No space left on device"},
-             {directory.GetPath("missing/x"), "No such file or directory"},
-             {directory.GetPath(std::string(300, 'x')), "File name too long"},
-             {"", "No such file or directory"}}) {
-        filename = name;
-        EXPECT_EQ(messageOf([&] { saveGeneration(filename, 1); }), message(cause));
+    for (auto const & [folderMode, mode] : {std::pair(0777, 0444), std::pair(0555, 0666)}) {
+        fs::permissions(filename, fs::perms(mode));
+        fs::permissions(directory.GetPath(""), fs::perms(folderMode));
+        EXPECT_TRUE(inChild([&] {
+            constexpr uid_t c_nobody = 65534;
+            return (geteuid() != 0 || setuid(c_nobody) == 0) && IsRefused(filename, "Permission denied");
+        }));
     }
-    EXPECT_EQ(GetFileCount(), 1u);
-
-    filename = directory.GetPath(std::string(255, 'x'));
-    saveGeneration(filename, 1);
-    EXPECT_EQ(loadGeneration(filename), 1) << "a name as long as can be";
+    fs::permissions(directory.GetPath(""), fs::perms(0700));
+    EXPECT_TRUE(IsRefused("/dev/full", "No space left on device"));
+    EXPECT_TRUE(IsRefused(directory.GetPath(""), "Is a directory"));
+    EXPECT_TRUE(IsRefused(directory.GetPath("missing/x"), "No such file or directory"));
+    EXPECT_EQ(loadGeneration(filename), 1);
+    EXPECT_EQ(GetFileCount(), 1);
 }
 
 TEST_F(SafeSave, APipeIsWrittenToDirectly)
@@ -184,22 +155,23 @@ TEST_F(SafeSave, AKilledProcessLeavesTheOldOrTheNewDocumentWhole)
         ASSERT_GE(loadGeneration(filename), before);
     }
     saveGeneration(filename, 1);
-    EXPECT_EQ(GetFileCount(), 1u) << "what was left behind is gone";
+    EXPECT_EQ(GetFileCount(), 1) << "what was left behind is gone";
 }
 
 TEST_F(SafeSave, WritersOfTheSameFileDoNotMeet)
 {
+    std::string const longest = directory.GetPath(std::string(255, 'x'));
     std::vector<std::thread> writers;
     for (int i = 0; i < 4; ++i) {
         writers.emplace_back([&, i] {
             for (int generation = 0; generation < 10; ++generation) {
-                saveGeneration(filename, i * 10 + generation);
+                saveGeneration(longest, i * 10 + generation);
             }
         });
     }
     for (std::thread & writer : writers) {
         writer.join();
     }
-    EXPECT_EQ(loadGeneration(filename) % 10, 9);
-    EXPECT_EQ(GetFileCount(), 1u);
+    EXPECT_EQ(loadGeneration(longest) % 10, 9);
+    EXPECT_EQ(GetFileCount(), 1);
 }
