@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <string_view>
 
 #include <tinyxml.h>
 
@@ -17,6 +18,7 @@ namespace {
 using detail::XmlError;
 
 constexpr std::size_t c_indent = 4; // the parser's own layout
+std::string const s_endMark = "]]>";
 
 void parse(TiXmlDocument & document, std::string const & text, std::size_t sizeLimit)
 {
@@ -53,13 +55,32 @@ void addText(TiXmlElement & xml, std::string const & value, bool isCData)
 void addValue(TiXmlElement & xml, std::string const & value)
 {
     // Sections end within each end mark, so that none holds it whole.
-    std::string const endMark = "]]>";
     std::size_t start = 0;
-    for (std::size_t found = value.find(endMark); found != std::string::npos; found = value.find(endMark, found + 1)) {
-        addText(xml, value.substr(start, found + 2 - start), true);
-        start = found + 2;
+    for (std::size_t i = value.find(s_endMark); i != std::string::npos; i = value.find(s_endMark, start)) {
+        addText(xml, value.substr(start, i + 2 - start), true);
+        start = i + 2;
     }
     addText(xml, value.substr(start), !value.empty());
+}
+
+std::size_t countSections(std::string const & value)
+{
+    std::size_t count = value.empty() ? 0 : 1;
+    for (std::size_t i = value.find(s_endMark); i != std::string::npos; i = value.find(s_endMark, i + 2)) {
+        ++count;
+    }
+    return count;
+}
+
+/// How many bytes an attribute's value takes with what stands for its special characters.
+std::size_t encodedSize(std::string const & value)
+{
+    std::size_t size = 0;
+    for (char const c : value) {
+        bool const isLong = static_cast<unsigned char>(c) < 32 || c == '"' || c == '\'';
+        size += isLong ? 6 : c == '&' ? 5 : c == '<' || c == '>' ? 4 : 1;
+    }
+    return size;
 }
 
 void checkText(std::string const & text)
@@ -81,7 +102,10 @@ void checkName(std::string const & name)
 class TreeCheck
 {
 public:
-    TreeCheck(std::size_t indent, std::size_t sizeLimit) : m_indent(indent), m_sizeLimit(sizeLimit) {}
+    TreeCheck(bool isIndented, std::size_t sizeLimit)
+        : m_indent(isIndented ? c_indent : 0), m_lineBreak(isIndented ? 1 : 0), m_sizeLimit(sizeLimit)
+    {
+    }
 
     /// Throws XmlError.
     void check(ArchiveNode const & root)
@@ -92,6 +116,7 @@ public:
                 throw XmlError{detail::tooDeepCause()};
             }
             checkElement(*node, depth);
+            checkAttributes(*node);
             if (m_size > m_sizeLimit) {
                 throw XmlError{detail::tooLargeCause(m_sizeLimit)};
             }
@@ -106,25 +131,37 @@ private:
     {
         checkName(node.GetName());
         checkText(node.GetValue());
+
+        std::size_t const indent = m_indent * (depth - 1);
+        std::size_t const sections = countSections(node.GetValue());
+        m_size += indent + std::string_view("<></>").size() + 2 * node.GetName().size() + m_lineBreak;
+        m_size += node.GetValue().size();
+        m_size += sections * (std::string_view("<![CDATA[]]>").size() + 2 * m_lineBreak + indent + m_indent);
+        if (sections > 1 || node.GetFirstChild() != nullptr) {
+            m_size += m_lineBreak + indent;
+        }
+        m_steps += depth - 1 + sections * depth + depth;
+    }
+
+    void checkAttributes(ArchiveNode const & node)
+    {
         std::size_t const count = node.GetAttributes().size();
         if (count > detail::c_mostXmlAttributes) {
             throw XmlError{detail::tooManyAttributesCause()};
         }
-
-        m_size += m_indent * (depth - 1) + 2 * node.GetName().size() + node.GetValue().size();
-        // Its tags and text, and its attributes.
-        m_steps += (node.GetValue().empty() ? 2 : 3) * depth + count * (count + 1) / 2;
         for (auto const & [name, value] : node.GetAttributes()) {
             checkName(name);
             checkText(value);
-            m_size += name.size() + value.size();
+            m_size += std::string_view(" =''").size() + name.size() + encodedSize(value);
         }
+        m_steps += count * (count + 1) / 2;
     }
 
     std::size_t m_indent;
+    std::size_t m_lineBreak;
     std::size_t m_sizeLimit;
-    std::size_t m_size = 0;  // the text has at least so many bytes
-    std::size_t m_steps = 0; // those of the parser
+    std::size_t m_size = 0;  // of the text, to the byte
+    std::size_t m_steps = 0; // of the parser over it
 };
 
 std::string print(TiXmlDocument const & document, bool indented)
@@ -216,7 +253,7 @@ std::string XmlSerializer::saveText(Archive & archive, Layout layout, std::strin
 
     bool const isIndented = layout == Layout::Indented;
     try {
-        TreeCheck(isIndented ? c_indent : 0, m_sizeLimit).check(*archive.GetRoot());
+        TreeCheck(isIndented, m_sizeLimit).check(*archive.GetRoot());
         ArchiveElement root(archive);
         TiXmlDocument document;
         document.LinkEndChild(saveData(root, nullptr));

@@ -168,7 +168,7 @@ TEST(Archive, ACopyIsATreeOfItsOwn)
     ArchiveElement(source).store("root").store("child");
     copy = source;
     ArchiveElement(source).retrieve();
-    copy = copy;
+    copy = static_cast<Archive const &>(copy);
     EXPECT_EQ(textOf(copy), "<root><child></child></root>");
     EXPECT_TRUE(copy.HasFlags(ArchiveFlag::WithoutValues));
 }
