@@ -18,7 +18,7 @@ namespace {
 using detail::XmlError;
 
 constexpr std::size_t c_indent = 4; // the parser's own layout
-std::string const s_endMark = "]]>";
+constexpr std::string_view c_endMark = "]]>";
 
 void parse(TiXmlDocument & document, std::string const & text, std::size_t sizeLimit)
 {
@@ -56,7 +56,7 @@ void addValue(TiXmlElement & xml, std::string const & value)
 {
     // Sections end within each end mark, so that none holds it whole.
     std::size_t start = 0;
-    for (std::size_t i = value.find(s_endMark); i != std::string::npos; i = value.find(s_endMark, start)) {
+    for (std::size_t i = value.find(c_endMark); i != std::string::npos; i = value.find(c_endMark, start)) {
         addText(xml, value.substr(start, i + 2 - start), true);
         start = i + 2;
     }
@@ -66,7 +66,7 @@ void addValue(TiXmlElement & xml, std::string const & value)
 std::size_t countSections(std::string const & value)
 {
     std::size_t count = value.empty() ? 0 : 1;
-    for (std::size_t i = value.find(s_endMark); i != std::string::npos; i = value.find(s_endMark, i + 2)) {
+    for (std::size_t i = value.find(c_endMark); i != std::string::npos; i = value.find(c_endMark, i + 2)) {
         ++count;
     }
     return count;
