@@ -30,13 +30,13 @@ ObservableEvent * ObservableDestructionEvent::GetCloned() const
 
 Observable::~Observable()
 {
-    MutexLocker locker(m_mutex);
     destroyObservable();
 }
 
 void Observable::addObserver(Observer * observer)
 {
     MutexLocker locker(m_mutex);
+    m_observers.prepareSearch();
     if (observer == nullptr || m_destroyed || m_observers.Has(observer)) {
         return;
     }

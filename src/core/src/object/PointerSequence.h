@@ -6,9 +6,9 @@
 #include <vector>
 
 namespace tesseralis::detail {
-/// Distinct pointers in order of addition, none owned. A single one needs no memory beside the object; for many,
-/// finding, adding and removing take constant time. Positions, from 0 to GetSlotCount(), may hold null where a pointer
-/// was removed.
+/// Distinct pointers in order of addition, none owned. A single one needs no memory beside the object; for many, adding
+/// and removing take constant time, and so does finding after prepareSearch(). Positions, from 0 to GetSlotCount(), may
+/// hold null where a pointer was removed.
 template <class T>
 class PointerSequence
 {
@@ -20,6 +20,14 @@ public:
     T * GetLast() const { return GetSlotCount() == 0 ? nullptr : GetSlot(GetSlotCount() - 1); }
     bool Has(T * pointer) const { return m_many ? m_many->Find(pointer) != c_none : (pointer && m_single == pointer); }
 
+    /// Lets Has() find a pointer among many without looking at each, from here on.
+    void prepareSearch()
+    {
+        if (m_many) {
+            m_many->prepareSearch();
+        }
+    }
+
     /// Appends a pointer that is neither null nor present.
     void add(T * pointer)
     {
@@ -29,6 +37,7 @@ public:
                 return;
             }
             m_many = std::make_unique<Many>();
+            m_many->slots.reserve(4);
             m_many->add(m_single);
         }
         m_many->add(pointer);
@@ -73,14 +82,18 @@ private:
             slots.push_back(pointer);
             if (!index.empty()) {
                 index.emplace(pointer, slots.size() - 1);
-            } else if (slots.size() > c_indexedFrom) {
-                buildIndex();
             }
         }
 
         void remove(T * pointer)
         {
-            slots[Find(pointer)] = nullptr;
+            // What removes all of its pointers takes the newest first, and needs no index for that.
+            std::size_t slot = slots.size() - 1;
+            if (slots[slot] != pointer) {
+                prepareSearch();
+                slot = Find(pointer);
+            }
+            slots[slot] = nullptr;
             index.erase(pointer);
             ++holes;
             while (!slots.empty() && slots.back() == nullptr) {
@@ -90,6 +103,13 @@ private:
             if (holes > c_indexedFrom && holes > slots.size() / 2) {
                 std::erase(slots, nullptr);
                 holes = 0;
+                buildIndex();
+            }
+        }
+
+        void prepareSearch()
+        {
+            if (index.empty() && slots.size() > c_indexedFrom) {
                 buildIndex();
             }
         }
