@@ -76,19 +76,19 @@ Color const & Color::operator-=(Color const & other)
 
 std::istream & operator>>(std::istream & stream, Color & color)
 {
-    unsigned short r = 0;
-    unsigned short g = 0;
-    unsigned short b = 0;
-    unsigned short a = 0;
+    int r = 0;
+    int g = 0;
+    int b = 0;
+    int a = 0;
     std::ios_base::fmtflags const flags = stream.flags();
     stream >> std::dec >> eatable("(") >> r >> eatable(";") >> g >> eatable(";") >> b >> eatable(";") >> a >>
         eatable(")");
     stream.flags(flags);
 
-    if (std::max({r, g, b, a}) > 255) {
+    if (std::min({r, g, b, a}) < 0 || std::max({r, g, b, a}) > 255) {
         stream.setstate(std::ios_base::failbit);
     } else if (!stream.fail()) {
-        color = Color(int(r), int(g), int(b), int(a));
+        color = Color(r, g, b, a);
     }
     return stream;
 }

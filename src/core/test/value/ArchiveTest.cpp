@@ -125,6 +125,33 @@ TEST(Archive, AttributesKeepTheirFirstPlaceAndLastValue)
     EXPECT_EQ(element.GetAttribute("n1000"), "");
 }
 
+TEST(Archive, TakesChildrenOfAnyNameInOrderWhateverIsAddedAndRenamedMeanwhile)
+{
+    Archive archive;
+    ArchiveElement root = ArchiveElement(archive).store("r");
+    std::string order;
+    auto const take = [&](char const * name) {
+        ArchiveElement const child = root.retrieve(name);
+        order += child.IsEmpty() ? "-" : child.GetValue();
+    };
+    std::vector<ArchiveElement> others;
+    for (int i = 0; i < 60; ++i) {
+        others.push_back(root.store(i % 20 == 5 ? "x" : "other"));
+        others.back().SetValue(i % 20 == 5 ? std::to_string(i) + " " : "");
+    }
+    take("x");
+    others[2].SetName("x");
+    others[2].SetValue("2 ");
+    take("x");
+    take("x");
+    root.retrieve("other");
+    take("x");
+    take("x");
+    root.store("x").SetValue("new");
+    take("x");
+    EXPECT_EQ(order, "5 2 25 45 -new");
+}
+
 TEST(Archive, EqualityIgnoresTheOrderOfAttributesAlone)
 {
     Archive first;

@@ -115,6 +115,14 @@ TEST_F(PropertyLinks, ChainsAndRingsOfMixedTypesComeToRest)
     a.SetPropertyLink("v", PropertyContainerLink(&b, "v"));
     a.GetProperty("v") = notANumber;
     EXPECT_FALSE(b.GetProperty("v") == b.GetProperty("v"));
+
+    a.GetProperty("list")[0] = 1;
+    b.addProperty("list", Variant::TypeMap());
+    Recorder recorder(b);
+    a.SetPropertyLink("list", PropertyContainerLink(&b, "list"));
+    b.GetProperty("list")["0"] = 2;
+    EXPECT_EQ(toInt(a.GetProperty("list")[0]), 2);
+    EXPECT_LT(recorder.GetCount(), 50u);
 }
 
 TEST_F(PropertyLinks, AnEndlessChainEndsInTheLogAndNotInTheStack)

@@ -5,7 +5,7 @@
 namespace tesseralis {
 namespace {
 constexpr std::size_t c_mostUnindexedAttributes = 16;
-constexpr std::size_t c_mostUncountedChildren = 32;
+constexpr std::size_t c_fewChildren = 32; // are searched without remembering anything
 
 void replaceAll(std::string & text, std::string const & from, std::string const & to)
 {
@@ -143,18 +143,32 @@ std::string const & ArchiveNode::GetAttributeOrEmpty(std::string const & name) c
     return value == nullptr ? s_empty : *value;
 }
 
+void ArchiveNode::SetName(std::string const & name)
+{
+    if (m_parent != nullptr) {
+        m_parent->m_nameSearch.reset();
+    }
+    m_name = name;
+}
+
 ArchiveNode * ArchiveNode::FindChild(std::string const & name) const
 {
-    ArchiveNode * child = m_firstChild;
+    bool const isRepeated = m_nameSearch != nullptr && m_nameSearch->name == name;
+    ArchiveNode * child = isRepeated ? m_nameSearch->from : m_firstChild;
     while (child != nullptr && child->m_name != name) {
         child = child->m_next;
+    }
+    if (isRepeated) {
+        m_nameSearch->from = child;
+    } else if (m_childCount > c_fewChildren) {
+        m_nameSearch.reset(new NameSearch{name, child});
     }
     return child;
 }
 
 ArchiveNode * ArchiveNode::FindChild(std::string const & attribute, std::string const & value)
 {
-    if (m_childCount > c_mostUncountedChildren && !GetValueCounts(attribute).contains(value)) {
+    if (m_childCount > c_fewChildren && !GetValueCounts(attribute).contains(value)) {
         return nullptr;
     }
     ArchiveNode * child = m_firstChild;
@@ -204,6 +218,9 @@ void ArchiveNode::appendChild(ArchiveNode * child)
     m_lastChild = child;
     ++m_childCount;
     m_searchedAttributes.reset();
+    if (m_nameSearch != nullptr && m_nameSearch->from == nullptr) {
+        m_nameSearch->from = child;
+    }
 }
 
 void ArchiveNode::detach()
@@ -214,6 +231,9 @@ void ArchiveNode::detach()
     (m_previous == nullptr ? m_parent->m_firstChild : m_previous->m_next) = m_next;
     (m_next == nullptr ? m_parent->m_lastChild : m_next->m_previous) = m_previous;
     --m_parent->m_childCount;
+    if (m_parent->m_nameSearch != nullptr && m_parent->m_nameSearch->from == this) {
+        m_parent->m_nameSearch->from = m_next;
+    }
     if (m_parent->m_searchedAttributes != nullptr) {
         for (auto & [attribute, counts] : *m_parent->m_searchedAttributes) {
             auto const found = counts.find(GetAttributeOrEmpty(attribute));

@@ -29,7 +29,7 @@ public:
     static bool equal(ArchiveNode const & left, ArchiveNode const & right);
 
     std::string const & GetName() const { return m_name; }
-    void SetName(std::string const & name) { m_name = name; }
+    void SetName(std::string const & name);
     std::string const & GetValue() const { return m_value; }
     void SetValue(std::string const & value) { m_value = value; }
 
@@ -41,7 +41,7 @@ public:
     ArchiveNode * GetParent() const { return m_parent; }
     ArchiveNode * GetFirstChild() const { return m_firstChild; }
     ArchiveNode * GetNextSibling() const { return m_next; }
-    /// The first child of that name; null if there is none.
+    /// The first child of that name; null if there is none. Taking out all of one name takes linear time.
     ArchiveNode * FindChild(std::string const & name) const;
     /// The first child with that value of an attribute, where a missing one counts as empty; null if there is none.
     ArchiveNode * FindChild(std::string const & attribute, std::string const & value);
@@ -61,6 +61,13 @@ public:
 private:
     /// Of an attribute of all children: how many have which value.
     using ValueCounts = std::unordered_map<std::string, std::size_t>;
+
+    /// The last search for a name: no child ahead of this one has it. Null stands for the end.
+    struct NameSearch
+    {
+        std::string name;
+        ArchiveNode * from;
+    };
 
     ~ArchiveNode() = default;
 
@@ -83,6 +90,7 @@ private:
     std::size_t m_childCount = 0;
     // By attribute. Children are often searched for what isn't there, so those searches are to be fast.
     std::unique_ptr<std::unordered_map<std::string, ValueCounts>> m_searchedAttributes;
+    mutable std::unique_ptr<NameSearch> m_nameSearch; // only where there are many children
     int m_referenceCount = 0;
 };
 } // namespace tesseralis

@@ -15,6 +15,10 @@ namespace {
 constexpr int c_longestChain = 1000;
 thread_local int t_chainLength = 0;
 
+/// How often a change may come back to a value while it is on its way: values that never become equal, such as an array
+/// and a map or vectors with a part that is no number, would be passed on for ever.
+constexpr int c_mostReturns = 16;
+
 struct ContainerTable
 {
     Mutex mutex;
@@ -128,13 +132,11 @@ void PropertyContainerProperty::unlink()
 
 void PropertyContainerProperty::spread()
 {
-    // A value that doesn't equal itself, such as a vector with a part that is no number, would come and go for ever.
-    if (m_peers.empty() || (m_spreading && m_value != m_value)) {
+    if (m_peers.empty() || m_returns > c_mostReturns) {
         return;
     }
 
-    bool const wasSpreading = m_spreading;
-    m_spreading = true;
+    ++m_returns;
     ++t_chainLength;
     for (PropertyContainerProperty * const peer : std::vector<PropertyContainerProperty *>(m_peers)) {
         // Whoever heard of the change before may have removed the link or the property.
@@ -143,7 +145,7 @@ void PropertyContainerProperty::spread()
         }
     }
     --t_chainLength;
-    m_spreading = wasSpreading;
+    --m_returns;
 }
 
 void PropertyContainerProperty::assignTo(PropertyContainerProperty & peer)

@@ -67,6 +67,6 @@ private:
     PropertyContainerProperty * m_link = nullptr;
     std::shared_ptr<PropertyContainerExpression> m_expression;
     std::vector<PropertyContainerProperty *> m_peers; // in order of linking
-    bool m_spreading = false;
+    int m_returns = 0;                                // how often a change of the value is on its way
 };
 } // namespace tesseralis
