@@ -3,6 +3,7 @@
 #include "object/Exception.h"
 #include "object/Logger.h"
 
+#include <exception>
 #include <ostream>
 
 namespace tesseralis::detail {
@@ -12,6 +13,8 @@ void logCaughtException() noexcept
         throw;
     } catch (Exception const & exception) {
         Logger::Get().error() << exception.GetMessage() << "\n\n";
+    } catch (std::exception const & exception) {
+        Logger::Get().error() << exception.what() << "\n\n";
     } catch (...) {
         Logger::Get().error() << "Unknown error.\n\n";
     }

@@ -3,6 +3,7 @@
 #include "object/Observable.h"
 #include "object/Observer.h"
 
+#include <functional>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -73,20 +74,22 @@ public:
     void SetEnabled(bool enabled) { m_enabled = enabled; }
     bool IsEnabled() const { return m_enabled; }
 
-    /// Has a method called for each event of its type from an observable of its type. Connecting twice leaves one.
+    /// Has a method called for each event of its type from an observable of its type. Connecting twice leaves one; a
+    /// null receiver is ignored.
     template <class TReceiver, class TOwner, class TObservable, class TEvent>
     void connect(TReceiver * receiver, void (TOwner::*method)(TObservable const &, TEvent const &))
     {
         disconnect(receiver, method);
-        m_connectors.push_back(std::make_shared<TypeConnector<TOwner, TObservable, TEvent>>(receiver, method));
+        if (receiver != nullptr) {
+            addConnector(std::make_shared<TypeConnector<TOwner, TObservable, TEvent>>(receiver, method));
+        }
     }
 
     template <class TReceiver, class TOwner, class TObservable, class TEvent>
     void disconnect(TReceiver * receiver, void (TOwner::*method)(TObservable const &, TEvent const &))
     {
-        std::erase_if(m_connectors, [&](std::shared_ptr<Connector> const & connector) {
-            auto const * const typed =
-                dynamic_cast<TypeConnector<TOwner, TObservable, TEvent> const *>(connector.get());
+        removeConnectors([&](Connector const & connector) {
+            auto const * const typed = dynamic_cast<TypeConnector<TOwner, TObservable, TEvent> const *>(&connector);
             return typed != nullptr && typed->IsConnecting(receiver, method);
         });
     }
@@ -95,8 +98,16 @@ protected:
     void modified(Observable const & observable, ObservableEvent const & event) override;
 
 private:
-    // Shared, so that a connector that is removed while it is being called lives to the end of the call.
-    std::vector<std::shared_ptr<Connector>> m_connectors;
+    class Call;
+    using ConnectorList = std::vector<std::shared_ptr<Connector>>;
+
+    void addConnector(std::shared_ptr<Connector> connector);
+    void removeConnectors(std::function<bool(Connector const &)> const & isMeant);
+    bool HasConnector(std::shared_ptr<Connector> const & connector) const;
+
+    // Replaced as a whole, so that a call in progress keeps the list that it walks. Null if there are none.
+    std::shared_ptr<ConnectorList const> m_connectors;
+    Call * m_call = nullptr; // the innermost one in progress
     bool m_enabled = true;
 };
 } // namespace tesseralis

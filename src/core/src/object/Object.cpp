@@ -1,5 +1,6 @@
 #include "object/Object.h"
 
+#include "object/Guard.h"
 #include "object/Tesseralis.h"
 
 namespace tesseralis {
@@ -27,12 +28,9 @@ bool ObjectRenameEvent::IsEqual(ObservableEvent const & event) const
     return m_currentName == other.m_currentName && m_previousName == other.m_previousName;
 }
 
-Object::Object(unsigned int attributes)
-{
-    constructObject(GetTypeName(), attributes);
-}
+Object::Object(unsigned int attributes) : Object(GetTypeName(), attributes) {}
 
-Object::Object(std::string const & name, unsigned int attributes)
+Object::Object(std::string const & name, unsigned int attributes) : Object(static_cast<Object *>(nullptr))
 {
     constructObject(name, attributes);
 }
@@ -73,7 +71,12 @@ void Object::SetObjectName(std::string const & name)
     }
 
     beginModification(new ObjectRenameEvent(name, GetObjectName()));
-    Tesseralis::Get().SetObjectName(this, name);
+    try {
+        Tesseralis::Get().SetObjectName(this, name);
+    } catch (...) {
+        detail::runGuarded([&] { endModification(); });
+        throw;
+    }
     endModification();
 }
 
@@ -94,7 +97,8 @@ bool Object::IsRetrievable(ArchiveElement &) const
 void Object::constructObject(std::string const & name, unsigned int attributes)
 {
     m_attributes = attributes;
-    if (HasAttribute(ObjectAttribute::Registered)) {
+    m_isRegistered = HasAttribute(ObjectAttribute::Registered);
+    if (m_isRegistered) {
         Tesseralis::Get().addObject(this, name);
     }
 }
@@ -102,8 +106,9 @@ void Object::constructObject(std::string const & name, unsigned int attributes)
 void Object::destroyObject()
 {
     destroyObservable();
-    if (HasAttribute(ObjectAttribute::Registered)) {
+    if (m_isRegistered) {
         Tesseralis::Get().removeObject(this);
+        m_isRegistered = false;
     }
 }
 } // namespace tesseralis

@@ -85,5 +85,6 @@ protected:
 
 private:
     unsigned int m_attributes = 0;
+    bool m_isRegistered = false; // whatever the attributes, which can be copied
 };
 } // namespace tesseralis

@@ -1,3 +1,4 @@
+#include "object/Dispatcher.h"
 #include "object/Tesseralis.h"
 #include "plugin/Session.h"
 
@@ -5,6 +6,7 @@ namespace tesseralis {
 void registerObjectTypes()
 {
     Tesseralis & registry = Tesseralis::Get();
+    registry.registerObjectType<Dispatcher>();
     registry.registerObjectType<Session>();
 }
 } // namespace tesseralis

@@ -41,7 +41,12 @@ void Observable::addObserver(Observer * observer)
         return;
     }
     m_observers.add(observer);
-    observer->addObservable(this);
+    try {
+        observer->addObservable(this);
+    } catch (...) {
+        m_observers.remove(observer);
+        throw;
+    }
 }
 
 void Observable::removeObserver(Observer * observer)
@@ -90,7 +95,7 @@ void Observable::beginModification()
 
 void Observable::beginModification(ObservableEvent const * event)
 {
-    std::unique_ptr<ObservableEvent const> owned(event);
+    std::unique_ptr<ObservableEvent const> owned(event != nullptr ? event : new ObservableEvent);
     MutexLocker locker(m_mutex);
     if (m_destroyed) {
         return;
@@ -114,7 +119,7 @@ void Observable::endModification()
     }
 
     modificationFinished();
-    --m_modificationCount;
+    m_modificationCount = 0; // also where there was no bracket to close
     deliver();
 }
 
@@ -150,9 +155,10 @@ void Observable::destroyObservable()
         return;
     }
 
-    beginModification(new ObservableDestructionEvent);
+    // There is nobody to throw to.
+    detail::runGuarded([&] { beginModification(new ObservableDestructionEvent); });
     m_destroyed = true;
-    deliver();
+    detail::runGuarded([&] { deliver(); });
     clearObservers();
 }
 
@@ -175,35 +181,43 @@ std::unique_ptr<ObservableEvent const> Observable::takeEvent()
 
 void Observable::deliver()
 {
+    std::exception_ptr failure;
     while (HasEvents()) {
         std::unique_ptr<ObservableEvent const> const event = takeEvent();
-        if (!HasEvents() || !event->IsEqual(*m_events[m_firstEvent])) {
-            notify(*event);
+        if (!IsRepeated(*event, failure)) {
+            notify(*event, failure);
         }
+    }
+    if (failure) {
+        std::rethrow_exception(failure);
     }
 }
 
-void Observable::notify(ObservableEvent const & event)
+bool Observable::IsRepeated(ObservableEvent const & event, std::exception_ptr & failure) const
+{
+    try {
+        return HasEvents() && event.IsEqual(*m_events[m_firstEvent]);
+    } catch (...) {
+        failure = failure ? failure : std::current_exception();
+        return false;
+    }
+}
+
+void Observable::notify(ObservableEvent const & event, std::exception_ptr & failure)
 {
     // A snapshot, since observers may come and go while they are called. Only where one went must the rest be looked
     // up.
     unsigned int const removals = m_removals;
     for (Observer * const observer : detail::PointerSnapshot<Observer>(m_observers)) {
-        if (m_removals == removals || m_observers.Has(observer)) {
-            notifyObserver(*observer, event);
+        if (m_removals != removals && !m_observers.Has(observer)) {
+            continue;
+        }
+        try {
+            observer->modified(*this, event);
+        } catch (...) {
+            failure = failure ? failure : std::current_exception();
         }
     }
-}
-
-void Observable::notifyObserver(Observer & observer, ObservableEvent const & event)
-{
-    if (!m_destroyed) {
-        observer.modified(*this, event);
-        return;
-    }
-
-    // A dying observable has nobody to throw to, and every observer must hear of it.
-    detail::runGuarded([&] { observer.modified(*this, event); });
 }
 
 ObservableIterator::ObservableIterator(Observable & observable) : m_observable(&observable)

@@ -3,6 +3,7 @@
 #include "object/Mutex.h"
 #include "object/PointerSequence.h"
 
+#include <exception>
 #include <memory>
 #include <vector>
 
@@ -50,8 +51,8 @@ public:
 /// Something that can be watched. A change is bracketed by beginModification(), which queues an event, and
 /// endModification(); when the outermost bracket closes, the queue goes to the observers in the order of their
 /// addition, on the calling thread. Of adjacent equal events only the last is delivered. The lock is recursive and held
-/// meanwhile, so observers may call back, open brackets, come and go. An observer that throws ends the delivery; what
-/// is queued stays for the next one. An observable must not be destroyed by an observer while it delivers.
+/// meanwhile, so observers may call back, open brackets, come and go. What an observer throws comes out when all
+/// events have reached all observers. An observable must not be destroyed by an observer while it delivers.
 class TESSERALIS_API Observable
 {
 public:
@@ -76,6 +77,7 @@ public:
     /// Opens a bracket with a plain event.
     void beginModification();
     /// Opens a bracket with an event that the observable owns from here on, also if it is destroyed and ignores it.
+    /// Null stands for a plain event.
     void beginModification(ObservableEvent const * event);
     /// Closes a bracket; the outermost close delivers.
     void endModification();
@@ -105,8 +107,8 @@ private:
     std::unique_ptr<ObservableEvent const> takeEvent();
     bool HasEvents() const { return m_firstEvent < m_events.size(); }
     void deliver();
-    void notify(ObservableEvent const & event);
-    void notifyObserver(Observer & observer, ObservableEvent const & event);
+    void notify(ObservableEvent const & event, std::exception_ptr & failure);
+    bool IsRepeated(ObservableEvent const & event, std::exception_ptr & failure) const;
 
     detail::PointerSequence<Observer> m_observers;
     std::vector<std::unique_ptr<ObservableEvent const>> m_events; // oldest first, from m_firstEvent on

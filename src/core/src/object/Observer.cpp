@@ -61,7 +61,7 @@ void Observer::attachLike(Observer const & source)
     }
 }
 
-ObserverIterator::ObserverIterator(Observer & observer)
+ObserverIterator::ObserverIterator(Observer & observer) : m_observer(&observer)
 {
     for (Observable * const observable : detail::PointerSnapshot<Observable>(observer.m_observables)) {
         m_observables.push_back(observable);
@@ -72,6 +72,14 @@ ObserverIterator::ObserverIterator(Observer & observer)
 ObserverIterator & ObserverIterator::operator++()
 {
     ++m_position;
+    skipLeft();
     return *this;
+}
+
+void ObserverIterator::skipLeft()
+{
+    while (!IsAtEnd() && !m_observer->HasObservable(m_observables[m_position])) {
+        ++m_position;
+    }
 }
 } // namespace tesseralis

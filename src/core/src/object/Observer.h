@@ -42,7 +42,8 @@ private:
     detail::PointerSequence<Observable> m_observables;
 };
 
-/// Walks what an observer watched at the iterator's construction, in the order of the pointers. Takes no lock.
+/// Walks what an observer watches, as far as it did so at the iterator's construction, in the order of the pointers.
+/// Takes no lock.
 class TESSERALIS_API ObserverIterator
 {
 public:
@@ -54,6 +55,9 @@ public:
     Observable * operator->() const { return m_observables[m_position]; }
 
 private:
+    void skipLeft();
+
+    Observer * m_observer;
     std::vector<Observable *> m_observables;
     std::size_t m_position = 0;
 };

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace tesseralis::detail {
@@ -36,9 +37,10 @@ public:
                 m_single = pointer;
                 return;
             }
-            m_many = std::make_unique<Many>();
-            m_many->slots.reserve(4);
-            m_many->add(m_single);
+            auto many = std::make_unique<Many>();
+            many->slots.reserve(4);
+            many->add(m_single);
+            m_many = std::move(many);
         }
         m_many->add(pointer);
     }
@@ -79,9 +81,14 @@ private:
 
         void add(T * pointer)
         {
-            slots.push_back(pointer);
             if (!index.empty()) {
-                index.emplace(pointer, slots.size() - 1);
+                index.emplace(pointer, slots.size());
+            }
+            try {
+                slots.push_back(pointer);
+            } catch (...) {
+                index.erase(pointer);
+                throw;
             }
         }
 

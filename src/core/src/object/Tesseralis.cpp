@@ -104,7 +104,8 @@ Object * Tesseralis::createObject(std::string const & type, std::string const & 
 {
     MutexLocker locker(m_registryMutex);
     auto const found = m_objectTypes.find(type);
-    return found == m_objectTypes.end() ? nullptr : found->second(m_namespaces.back() + name, attributes);
+    bool const isKnown = found != m_objectTypes.end() && found->second != nullptr;
+    return isKnown ? found->second(m_namespaces.back() + name, attributes) : nullptr;
 }
 
 void Tesseralis::destroyObject(std::string const & name)
@@ -133,9 +134,14 @@ Tesseralis::Entry const * Tesseralis::FindEntry(std::string const & type, std::s
     return entry != nullptr && entry->object->GetObjectTypeName() == type ? entry : nullptr;
 }
 
+bool Tesseralis::IsDestroyable(Object const & object)
+{
+    return object.HasAttribute(ObjectAttribute::Registered | ObjectAttribute::Destroyable) && !object.IsDestroyed();
+}
+
 void Tesseralis::destroyEntry(Entry const * entry)
 {
-    if (entry != nullptr && entry->object->HasAttribute(ObjectAttribute::Registered | ObjectAttribute::Destroyable)) {
+    if (entry != nullptr && IsDestroyable(*entry->object)) {
         delete entry->object;
     }
 }
@@ -143,17 +149,24 @@ void Tesseralis::destroyEntry(Entry const * entry)
 void Tesseralis::clearObjects()
 {
     MutexLocker locker(m_registryMutex);
-    auto entry = m_objects.rbegin();
-    while (entry != m_objects.rend()) {
-        Object * const object = entry->object;
-        if (!object->HasAttribute(ObjectAttribute::Registered | ObjectAttribute::Destroyable)) {
+    Object const * kept = nullptr; // the oldest one that was passed over; all newer ones stay as well
+    unsigned int reorderings = m_reorderings;
+    while (true) {
+        auto const found = m_objectIndex.find(kept);
+        bool const isStillGood = found != m_objectIndex.end() && reorderings == m_reorderings;
+        auto entry = isStillGood ? std::make_reverse_iterator(found->second) : m_objects.rbegin();
+        reorderings = m_reorderings;
+        while (entry != m_objects.rend() && !IsDestroyable(*entry->object)) {
+            kept = entry->object;
             ++entry;
-            continue;
         }
+        if (entry == m_objects.rend()) {
+            return;
+        }
+        Object * const object = entry->object;
         locker.unlock();
         delete object;
         locker.lock();
-        entry = m_objects.rbegin();
     }
 }
 
@@ -287,6 +300,7 @@ void Tesseralis::moveObject(Object * object, Object * other, bool after)
 
     beginModification(new TesseralisMoveEvent(object, moved->second->name));
     // The entry itself moves, so that its place in the indexes stays right.
+    ++m_reorderings;
     m_objects.splice(after ? std::next(target->second) : target->second, m_objects, moved->second);
     orderDispatchers();
     endModification();
@@ -345,15 +359,20 @@ std::set<std::string> Tesseralis::GetFileReferences() const
     return filenames;
 }
 
-void Tesseralis::modified(Observable const & observable, ObservableEvent const &)
+void Tesseralis::modified(Observable const & observable, ObservableEvent const & event)
 {
     MutexLocker locker(m_registryMutex);
-    auto const * const object = dynamic_cast<Object const *>(&observable);
-    auto const found = m_objectIndex.find(object);
-    if (found != m_objectIndex.end()) {
-        beginModification(new TesseralisChangeEvent(found->second->object, found->second->name));
-        endModification();
+    auto const found = m_objectIndex.find(dynamic_cast<Object const *>(&observable));
+    if (found == m_objectIndex.end()) {
+        return;
     }
+
+    Object * const object = found->second->object;
+    if (dynamic_cast<ObservableDestructionEvent const *>(&event) != nullptr) {
+        object->removeObserver(this); // here, since what the registry observes changes under its own lock only
+    }
+    beginModification(new TesseralisChangeEvent(object, found->second->name));
+    endModification();
 }
 
 void Tesseralis::addObject(Object * object, std::string const & name)
@@ -364,6 +383,7 @@ void Tesseralis::addObject(Object * object, std::string const & name)
     }
 
     EntryList::iterator const entry = m_objects.insert(m_objects.end(), {GetUniqueObjectName(object, name), object});
+    ++m_reorderings;
     object->addObserver(this);
     beginModification(new TesseralisAdditionEvent(object, entry->name));
     m_nameIndex.emplace(entry->name, entry);
@@ -387,8 +407,12 @@ void Tesseralis::removeObject(Object * object)
     });
 
     // Looked up anew, since an observer may have renamed or moved it.
-    EntryList::iterator const entry = m_objectIndex.at(object);
-    m_objectIndex.erase(object);
+    auto const found = m_objectIndex.find(object);
+    if (found == m_objectIndex.end()) {
+        return;
+    }
+    EntryList::iterator const entry = found->second;
+    m_objectIndex.erase(found);
     m_nameIndex.erase(entry->name);
     releaseName(entry->name);
     m_objects.erase(entry);

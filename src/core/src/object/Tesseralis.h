@@ -103,6 +103,9 @@ class TESSERALIS_API Tesseralis : public Observable, public Observer
 public:
     using Factory = Object * (*)(std::string const &, unsigned int);
 
+    Tesseralis(Tesseralis const &) = delete;
+    Tesseralis & operator=(Tesseralis const &) = delete;
+
     /// The one registry, made at the first call and never deleted.
     static Tesseralis & Get();
     /// The version of the library.
@@ -189,6 +192,7 @@ private:
     Entry const * FindEntry(std::string const & name) const;
     Entry const * FindEntry(std::string const & type, std::string const & name) const;
     std::list<Object *> GetObjects(std::string const * type) const;
+    static bool IsDestroyable(Object const & object);
     void destroyEntry(Entry const * entry);
     void moveObject(Object * object, Object * other, bool after);
     void releaseName(std::string const & name);
@@ -204,6 +208,7 @@ private:
     mutable std::unordered_map<std::string, unsigned int> m_freeNumbers;
     std::unordered_map<std::string, unsigned int> m_fileReferences;
     std::vector<std::string> m_namespaces{std::string()}; // a stack, never empty
+    unsigned int m_reorderings = 0; // how often an object came to a place behind others, modulo 2^32
     mutable Mutex m_registryMutex;
     // The dispatchers among the objects, in order. They change under both locks and are reached under the second alone,
     // by threads that may hold any other lock: nothing but a dispatcher's own is taken under it.

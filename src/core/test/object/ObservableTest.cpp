@@ -274,7 +274,12 @@ class Receiver
 public:
     void letterCame(Subject const &, Letter const & letter) { letters += letter.Get(); }
     void anythingCame(Observable const &, ObservableEvent const &) { ++count; }
-    void leave(Observable const &, ObservableEvent const &) { observer.disconnect(this, &Receiver::leave); }
+    void leave(Observable const &, ObservableEvent const &)
+    {
+        observer.disconnect(this, &Receiver::leave);
+        observer.disconnect(this, &Receiver::letterCame);
+    }
+    void die(Observable const &, ObservableEvent const &) { delete this; }
 
     ModifiedObserver observer;
     std::string letters;
@@ -289,7 +294,6 @@ TEST(ModifiedObserver, CallsConnectedMethodsForTheirTypesOnly)
     Observable other;
     receiver.observer.connect(&receiver, &Receiver::letterCame);
     receiver.observer.connect(&receiver, &Receiver::letterCame);
-    receiver.observer.connect(&receiver, &Receiver::leave);
     receiver.observer.connect(&receiver, &Receiver::anythingCame);
     subject.addObserver(&receiver.observer);
     other.addObserver(&receiver.observer);
@@ -308,6 +312,24 @@ TEST(ModifiedObserver, CallsConnectedMethodsForTheirTypesOnly)
     send(subject, "d");
     EXPECT_EQ(receiver.letters, "a");
     EXPECT_EQ(receiver.count, 4);
+}
+
+TEST(ModifiedObserver, AMethodMayDisconnectOthersAndDeleteItsOwner)
+{
+    Subject subject;
+    auto * const receiver = new Receiver;
+    int calls = 0;
+    Recorder counter;
+    counter.SetReaction([&](Observable const &, ObservableEvent const &) { ++calls; });
+    receiver->observer.connect(receiver, &Receiver::letterCame);
+    receiver->observer.connect(receiver, &Receiver::leave);
+    receiver->observer.connect(receiver, &Receiver::anythingCame);
+    receiver->observer.connect(receiver, &Receiver::die);
+    subject.addObserver(&receiver->observer);
+    subject.addObserver(&counter);
+    send(subject, "ab");
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(subject.GetObserverCount(), 1u);
 }
 
 TEST(ModifiedObserver, CopiesCallTheSameReceiver)

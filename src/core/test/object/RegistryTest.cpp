@@ -196,15 +196,49 @@ TEST_F(Registry, AnnouncesWhatHappensToItsObjects)
     EXPECT_FALSE(registry.HasObject("b"));
 }
 
-TEST_F(Registry, AnObserverThatThrowsCannotStopARemoval)
+TEST_F(Registry, AnObserverThatThrowsLeavesNothingHalfDone)
 {
     Thing * const thing = make("a");
-    Recorder recorder(registry);
-    recorder.SetReaction([](Observable const &, ObservableEvent const &) { throw Exception("never mind"); });
+    Recorder onThing(*thing);
+    Recorder thrower(registry);
+    Recorder behind(registry);
+    thrower.SetReaction([](Observable const &, ObservableEvent const &) { throw Exception("never mind"); });
+    EXPECT_EQ(messageOf([] { Object("half made", ObjectAttribute::Registered); }), "never mind");
+    EXPECT_FALSE(registry.HasObject("half made"));
+    EXPECT_EQ(messageOf([&] { thing->SetObjectName("b"); }), "never mind");
+    onThing.clear();
+    messageOf([&] {
+        thing->beginModification();
+        thing->endModification();
+    });
+    EXPECT_EQ(onThing.GetCount(), 1u) << "a bracket was left open";
+
     testing::internal::CaptureStdout();
     registry.destroyObject(thing);
     EXPECT_NE(testing::internal::GetCapturedStdout().find("never mind"), std::string::npos);
-    EXPECT_FALSE(registry.HasObject("a"));
+    EXPECT_FALSE(registry.HasObject("b"));
+    EXPECT_EQ(behind.GetCountOf<TesseralisRemovalEvent>(), 2u);
+}
+
+TEST_F(Registry, AnObjectOnItsWayOutIsNotDeletedAgainNorForgottenAfterAnAssignment)
+{
+    Thing * const thing = make("a");
+    Recorder recorder(*thing);
+    Recorder onRegistry(registry);
+    auto const destroyAgain = [&](Observable const &, ObservableEvent const &) {
+        registry.destroyObject(thing);
+        registry.clearObjects();
+    };
+    recorder.SetReaction(destroyAgain);
+    onRegistry.SetReaction(destroyAgain);
+    registry.destroyObject(thing);
+    EXPECT_FALSE(registry.HasObject(thing));
+    onRegistry.SetReaction(nullptr);
+    {
+        Object assigned("assigned", ObjectAttribute::Registered);
+        assigned = Object();
+    }
+    EXPECT_FALSE(registry.HasObject("assigned"));
 }
 
 TEST_F(Registry, NamespacesPrefixWhatIsCreatedAndLookedUp)

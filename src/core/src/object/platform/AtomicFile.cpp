@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace tesseralis::detail {
@@ -166,21 +167,34 @@ fs::path resolve(fs::path path)
     return path;
 }
 
-void keepOwnerAndMode(Descriptor const & file, struct stat const & former)
+/// Gives the file the list of further users and groups that a former one has; false if it has one that can't be set.
+bool keepAccessList(Descriptor const & file, fs::path const & former)
+{
+    constexpr char const * c_attribute = "system.posix_acl_access";
+    char list[65536]; // the most that the system takes
+    ssize_t const size = ::getxattr(former.c_str(), c_attribute, list, sizeof(list));
+    return size < 0 || ::fsetxattr(file.Get(), c_attribute, list, static_cast<std::size_t>(size), 0) == 0;
+}
+
+void keepOwnerAndMode(Descriptor const & file, struct stat const & former, fs::path const & target)
 {
     mode_t mode = former.st_mode & 07777;
     if (::fchown(file.Get(), former.st_uid, former.st_gid) != 0 &&
         ::fchown(file.Get(), static_cast<uid_t>(-1), former.st_gid) != 0) {
         mode &= ~static_cast<mode_t>(S_IRWXG); // another group's now
     }
+    if (!keepAccessList(file, target)) {
+        mode &= ~static_cast<mode_t>(S_IRWXG); // with a list these bits bound what it grants
+    }
     if (::fchmod(file.Get(), mode) != 0) {
         throwError(errno);
     }
 }
 
+/// For what can't be replaced. A file that the process has open itself, as its standard output, keeps what is in it.
 void writeDirectly(std::string const & filename, std::string const & content)
 {
-    Descriptor const file = open(filename, O_WRONLY | O_TRUNC);
+    Descriptor const file = open(filename, O_WRONLY | O_APPEND);
     if (!file.IsOpen()) {
         throwError(errno);
     }
@@ -222,6 +236,9 @@ std::optional<std::string> readFile(std::string const & filename, std::size_t li
 void replaceFile(std::string const & filename, std::string const & content)
 {
     constexpr mode_t c_everyone = 0666; // less the process's mask
+    if (filename.find('\0') != std::string::npos) {
+        throwError(EINVAL);
+    }
     struct stat former = {};
     bool const exists = ::stat(filename.c_str(), &former) == 0;
     if (!exists && errno != ENOENT) {
@@ -239,7 +256,7 @@ void replaceFile(std::string const & filename, std::string const & content)
     TemporaryFile file(target, exists ? S_IRUSR | S_IWUSR : c_everyone);
     write(file.Get(), content);
     if (exists) {
-        keepOwnerAndMode(file.Get(), former);
+        keepOwnerAndMode(file.Get(), former, target);
     }
     if (::fsync(file.Get().Get()) != 0) {
         throwError(errno);
