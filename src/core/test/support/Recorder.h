@@ -26,8 +26,11 @@ public:
     template <class T>
     T const * GetAs(std::size_t i) const
     {
-        return i < m_events.size() && typeid(*m_events[i]) == typeid(T) ? static_cast<T const *>(m_events[i].get())
-                                                                        : nullptr;
+        if (i >= m_events.size()) {
+            return nullptr;
+        }
+        ObservableEvent const & event = *m_events[i];
+        return typeid(event) == typeid(T) ? static_cast<T const *>(&event) : nullptr;
     }
 
     /// How many events of exactly this type came.
