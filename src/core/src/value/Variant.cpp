@@ -9,6 +9,7 @@
 #include "value/VariantNumberValue.h"
 #include "value/VariantOptionValue.h"
 #include "value/VariantStringValue.h"
+#include "value/detail/Modification.h"
 
 #include <algorithm>
 #include <iterator>
@@ -85,7 +86,7 @@ Variant::Variant(Variant const & source) : Observable(), Observer()
 }
 
 Variant::Variant(std::string const & value) : Variant(std::make_unique<VariantStringValue>(value)) {}
-Variant::Variant(char const * value) : Variant(std::string(value)) {}
+Variant::Variant(char const * value) : Variant(std::string(value == nullptr ? "" : value)) {}
 Variant::Variant(bool value) : Variant(std::make_unique<VariantBooleanValue>(value)) {}
 Variant::Variant(int value) : Variant(std::make_unique<VariantIntegerValue>(value)) {}
 Variant::Variant(float value) : Variant(std::make_unique<VariantFloatValue>(value)) {}
@@ -262,7 +263,7 @@ Variant & Variant::operator=(std::string const & value)
 
 Variant & Variant::operator=(char const * value)
 {
-    return assignPlain(std::string(value));
+    return assignPlain(std::string(value == nullptr ? "" : value));
 }
 
 Variant & Variant::operator=(bool value)
@@ -309,7 +310,7 @@ template <class T>
 Variant & Variant::assignPlain(T const & value)
 {
     if (m_value) {
-        modify([&] { m_value->Set(value); });
+        detail::modify(*this, [&] { m_value->Set(value); });
     } else {
         replace(Variant(value).release());
     }
@@ -356,7 +357,7 @@ void Variant::swap(Variant & other)
         return;
     }
 
-    modify([&] {
+    detail::modify(*this, [&] {
         auto value = release();
         install(other.release());
         other.install(std::move(value));
@@ -366,7 +367,7 @@ void Variant::swap(Variant & other)
 void Variant::clear()
 {
     if (m_value) {
-        modify([&] { m_value->clear(); });
+        detail::modify(*this, [&] { m_value->clear(); });
     }
 }
 
@@ -488,7 +489,7 @@ void Variant::SetValue(VariantValue const * value)
         return;
     }
     if (m_value) {
-        modify([&] { m_value->Set(*value); });
+        detail::modify(*this, [&] { m_value->Set(*value); });
     } else {
         replace(cloneValue(value));
     }
@@ -506,19 +507,6 @@ void Variant::modified(Observable const & observable, ObservableEvent const & ev
     }
 
     beginModification(event.GetCloned());
-    endModification();
-}
-
-template <class Change>
-void Variant::modify(Change const & change)
-{
-    beginModification();
-    try {
-        change();
-    } catch (...) {
-        abortModification();
-        throw;
-    }
     endModification();
 }
 

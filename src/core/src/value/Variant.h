@@ -243,9 +243,6 @@ private:
     Variant & assignPlain(T const & value);
     template <class Payload, class Key>
     Variant & makeElement(Key const & key);
-    /// Runs a change in a bracket, which is aborted where the change throws.
-    template <class Change>
-    void modify(Change const & change);
     /// The same as assign(), but the source need not keep its value.
     void take(Variant & source);
     /// Exchanges the payload in a bracket.

@@ -6,7 +6,7 @@
 namespace tesseralis {
 VariantArrayValue::VariantArrayValue(VariantArrayValue const & source) : VariantStructuredValue()
 {
-    replaceElements(source);
+    VariantArrayValue::replaceElements(source);
 }
 
 bool VariantArrayValue::IsEqual(VariantValue const & other) const

@@ -3,6 +3,7 @@
 #include "object/Exception.h"
 #include "object/Guard.h"
 #include "object/Tesseralis.h"
+#include "value/detail/Modification.h"
 
 #include <algorithm>
 
@@ -38,7 +39,7 @@ std::string GetFile(Variant const & entry)
 
 VariantFilenameValue::VariantFilenameValue(std::string const & value, std::string const & filter) : m_filter(filter)
 {
-    Set(value);
+    VariantFilenameValue::Set(value);
 }
 
 VariantFilenameValue::VariantFilenameValue(VariantFilenameValue const & source)
@@ -76,21 +77,12 @@ void VariantFilenameValue::Set(std::string const & value)
 {
     std::vector<Variant> const names = GetNames(value);
     removeReferences();
-
-    beginModification();
-    shrink(std::min(GetSize(), static_cast<unsigned int>(names.size())));
-    unsigned int const kept = GetSize();
-    for (unsigned int i = 0; i < kept; ++i) {
-        if (*m_elements[i] != names[i]) {
-            *m_elements[i] = names[i];
-        }
+    try {
+        detail::modify(*this, [&] { replaceNames(names); });
+    } catch (...) {
+        addReferences();
+        throw;
     }
-    for (unsigned int i = kept; i < names.size(); ++i) {
-        m_elements.push_back(std::make_unique<Variant>(names[i]));
-    }
-    observe(kept);
-    endModification();
-
     addReferences();
 }
 
@@ -145,6 +137,21 @@ void VariantFilenameValue::SetFilter(Variant const & filter)
 Variant VariantFilenameValue::GetFilter() const
 {
     return m_filter;
+}
+
+void VariantFilenameValue::replaceNames(std::vector<Variant> const & names)
+{
+    shrink(std::min(GetSize(), static_cast<unsigned int>(names.size())));
+    unsigned int const kept = GetSize();
+    for (unsigned int i = 0; i < kept; ++i) {
+        if (*m_elements[i] != names[i]) {
+            *m_elements[i] = names[i];
+        }
+    }
+    for (unsigned int i = kept; i < names.size(); ++i) {
+        m_elements.push_back(std::make_unique<Variant>(names[i]));
+    }
+    observe(kept);
 }
 
 void VariantFilenameValue::addReferences() const

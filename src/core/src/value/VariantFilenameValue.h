@@ -3,6 +3,7 @@
 #include "value/VariantContainerValue.h"
 
 #include <string>
+#include <vector>
 
 namespace tesseralis {
 /// The names of one or several files, in a text with ";" between them. Names that come with a text are references that
@@ -38,6 +39,7 @@ public:
     Variant GetFilter() const override;
 
 private:
+    void replaceNames(std::vector<Variant> const & names);
     void addReferences() const;
     void removeReferences() const;
 

@@ -6,7 +6,7 @@
 namespace tesseralis {
 VariantMapValue::VariantMapValue(VariantMapValue const & source) : VariantStructuredValue()
 {
-    replaceElements(source);
+    VariantMapValue::replaceElements(source);
 }
 
 VariantMapValue::~VariantMapValue()

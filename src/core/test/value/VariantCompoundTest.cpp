@@ -158,7 +158,7 @@ TEST(VariantCompound, ConvertsBetweenArraysMapsAndOptions)
     map.clear();
     map.assign(choice);
     EXPECT_EQ(map.GetJSON(true), R"({"selection":"a","options":["a","b",7]})");
-    for (Variant source : {map, array({"b", array({"a", "b", 7})})}) {
+    for (Variant const & source : {map, array({"b", array({"a", "b", 7})})}) {
         Variant copy = Variant::TypeOption();
         copy.assign(source);
         EXPECT_EQ(copy.GetSize(), 3u);

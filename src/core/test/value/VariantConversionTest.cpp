@@ -125,13 +125,14 @@ TEST(VariantConversion, GivesWhatTheTypeAndTheValueAllow)
         {makeOption({"7", 8}), {"7", "?", "7", "7", "?", "?", "?", "?", "?"}},
         {Variant::TypeFilename(";a;;b;"), {"a;b", "-", "-", "-", "-", "-", "-", "-", "-"}},
     };
-    for (auto const & [source, cells] : rows) {
+    for (Row const & row : rows) {
+        Variant const & source = row.source;
         std::string const text = source;
         auto const expected = [&](int column, char const * type) {
-            return expand(cells[column], "retrieve", type, text);
+            return expand(row.cells[column], "retrieve", type, text);
         };
         SCOPED_TRACE(source.GetTypeName() + " " + text);
-        EXPECT_EQ(text, cells[0]);
+        EXPECT_EQ(text, row.cells[0]);
         EXPECT_EQ(read<bool>(source), expected(1, "bool"));
         EXPECT_EQ(read<int>(source), expected(2, "int"));
         EXPECT_EQ(read<float>(source), expected(3, "int"));
@@ -174,10 +175,11 @@ TEST(VariantConversion, TakesWhatTheTypeAndTheLimitsAllow)
           noClass("matrix"), noClass("color")}},
         {Variant::TypeFilename(), {"1", "abc", "5", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-"}},
     };
-    for (auto const & [target, cells] : rows) {
+    for (Row const & row : rows) {
+        Variant const & target = row.target;
         SCOPED_TRACE(target.GetTypeName());
         auto const expected = [&](int column, char const * type, char const * text) {
-            return expand(cells[column], "assign", type, text);
+            return expand(row.cells[column], "assign", type, text);
         };
         EXPECT_EQ(write(target, std::string("1")), expected(0, "string", "1"));
         EXPECT_EQ(write(target, std::string("abc")), expected(1, "string", "abc"));
