@@ -1,9 +1,9 @@
 #include "math/Gaussian.h"
 
 #include "math/Vector.h"
+#include "object/Exception.h"
 
 #include <cstddef>
-#include <stdexcept>
 
 namespace tesseralis {
 Gaussian::Gaussian(unsigned int size) : m_size(size)
@@ -11,7 +11,7 @@ Gaussian::Gaussian(unsigned int size) : m_size(size)
     // Two factors cannot overflow, but three can.
     std::size_t const slice = static_cast<std::size_t>(size) * size;
     if (size > 0 && slice > m_values.max_size() / size) {
-        throw std::length_error("Gaussian");
+        throw Exception("Unable to hold a gaussian of size %u.", size);
     }
     m_values.reserve(slice * size);
 

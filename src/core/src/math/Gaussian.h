@@ -11,7 +11,7 @@ namespace tesseralis {
 class TESSERALIS_API Gaussian
 {
 public:
-    /// Computes size * size * size entries. Throws std::length_error or std::bad_alloc if there are too many to hold.
+    /// Computes size * size * size entries. Throws Exception or std::bad_alloc if there are too many to hold.
     explicit Gaussian(unsigned int size);
 
     unsigned int GetSize() const { return m_size; }

@@ -1,6 +1,7 @@
 #include "math/Matrix.h"
 
 #include "math/Quaternion.h"
+#include "math/detail/Component.h"
 #include "object/eatable.h"
 
 #include <functional>
@@ -260,7 +261,7 @@ std::istream & operator>>(std::istream & stream, Matrix & matrix)
         if (i % 4 == 0) {
             stream >> eatable("(");
         }
-        stream >> elements[i];
+        detail::readComponent(stream, elements[i]);
         if (i % 4 == 3) {
             stream >> eatable(")");
         }

@@ -1,5 +1,6 @@
 #include "math/Quaternion.h"
 
+#include "math/detail/Component.h"
 #include "object/eatable.h"
 
 #include <istream>
@@ -119,7 +120,7 @@ std::istream & operator>>(std::istream & stream, Quaternion & quaternion)
 {
     Vector vector;
     float scalar = 0.0f;
-    stream >> eatable("(") >> vector >> eatable(";") >> scalar >> eatable(")");
+    detail::readComponent(stream >> eatable("(") >> vector >> eatable(";"), scalar) >> eatable(")");
     if (!stream.fail()) {
         quaternion.Set(vector, scalar);
     }

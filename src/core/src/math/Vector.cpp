@@ -1,5 +1,6 @@
 #include "math/Vector.h"
 
+#include "math/detail/Component.h"
 #include "object/eatable.h"
 
 #include <istream>
@@ -11,7 +12,10 @@ std::istream & operator>>(std::istream & stream, Vector & vector)
     float x = 0.0f;
     float y = 0.0f;
     float z = 0.0f;
-    stream >> eatable("(") >> x >> eatable(";") >> y >> eatable(";") >> z >> eatable(")");
+    detail::readComponent(stream >> eatable("("), x);
+    detail::readComponent(stream >> eatable(";"), y);
+    detail::readComponent(stream >> eatable(";"), z);
+    stream >> eatable(")");
     if (!stream.fail()) {
         vector.Set(x, y, z);
     }

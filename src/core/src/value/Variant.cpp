@@ -33,6 +33,11 @@ std::unique_ptr<VariantValue> cloneValue(VariantValue const * value)
     throw Exception("Unable to retrieve a Variant with index '%d' from this variant!", index);
 }
 
+[[noreturn]] void throwNoElement(unsigned int index)
+{
+    throwNoElement(static_cast<int>(index));
+}
+
 [[noreturn]] void throwNoElement(std::string const & name)
 {
     throw Exception("Unable to retrieve a Variant with index '%s' from this variant!", name.c_str());
@@ -324,13 +329,23 @@ void Variant::assign(Variant const & source)
     }
 }
 
-void Variant::take(Variant & source)
+void Variant::take(Variant & source, detail::Origin origin)
 {
     if (!m_value && source.m_value) {
         replace(source.release());
-    } else {
-        assign(source);
+        return;
     }
+    if (!source.m_value || m_value->IsEqual(*source.m_value)) {
+        return;
+    }
+
+    // Set() would try each level of a container once more than the level above.
+    auto * const container = dynamic_cast<VariantContainerValue *>(m_value.get());
+    detail::modify(*this, [&] {
+        if (container == nullptr || !container->take(*source.m_value, origin)) {
+            m_value->Set(*source.m_value);
+        }
+    });
 }
 
 Variant & Variant::require(Variant const & requirement)
@@ -438,6 +453,10 @@ Variant & Variant::makeElement(Key const & key)
         value->GetElement(key);
         replace(std::move(value));
     }
+    if (!m_value) {
+        // An observer has taken the value away again.
+        throwNoElement(key);
+    }
     return m_value->GetElement(key);
 }
 
@@ -454,7 +473,7 @@ Variant & Variant::GetElement(std::string const & name)
 Variant const & Variant::GetElement(unsigned int index) const
 {
     if (!m_value) {
-        throwNoElement(static_cast<int>(index));
+        throwNoElement(index);
     }
     return m_value->GetElement(index);
 }

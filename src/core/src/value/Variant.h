@@ -19,6 +19,13 @@ class Vector;
 
 namespace detail {
 class VariantJsonReader;
+
+/// Where the names of elements come from: those of a document must not make an array much larger than the document.
+enum class Origin
+{
+    Program,
+    Document
+};
 } // namespace detail
 
 /// A value of one of fifteen types, as properties, messages and the results of evaluation carry it: a box round one
@@ -188,28 +195,33 @@ public:
     Variant const & GetElement(std::string const & name) const;
     Variant & operator[](int index);
     Variant & operator[](std::string const & name) { return GetElement(name); }
-    Variant & operator[](char const * const name) { return GetElement(std::string(name)); }
+    Variant & operator[](char const * const name) { return GetElement(std::string(name == nullptr ? "" : name)); }
     Variant const & operator[](int index) const;
     Variant const & operator[](std::string const & name) const { return GetElement(name); }
-    Variant const & operator[](char const * const name) const { return GetElement(std::string(name)); }
+    Variant const & operator[](char const * const name) const
+    {
+        return GetElement(std::string(name == nullptr ? "" : name));
+    }
 
-    /// The value as JSON, bare, or with its type and limits so that it can be read back. Throws Exception where a value
-    /// has no text, such as an option without a selection.
+    /// The value as JSON, bare, or with its type and limits so that it can be read back. An infinite number and one
+    /// that is none are null. Throws Exception where a value has no text, such as an option without a selection, and
+    /// for options that nest deeper than 8 levels, as each is written twice.
     std::string GetJSON(bool plain) const { return toJSON(*this, plain); }
     /// Assigns what fromJSON() makes of the text.
     void SetJSON(std::string const & text) { assign(fromJSON(text)); }
     static std::string toJSON(Variant const & value, bool plain);
     /// Reads the first value of a text, by looser rules than those of JSON; an object with the key "_type" is a value
-    /// of that type. Undefined if the text ends too early, holds a key that is no string or nests deeper than 1,024
-    /// levels. A number out of range becomes the limit that it is beyond, one that is none becomes 0. Throws Exception
-    /// where the value of a typed object doesn't fit its type or limits.
+    /// of that type. Undefined if the text ends too early, holds a key that is no string, nests deeper than 1,024
+    /// levels or has more than 4,000,000 values. A number out of range becomes the limit that it is beyond, one that is
+    /// none becomes 0. Throws Exception where the value of a typed object doesn't fit its type or limits.
     static Variant fromJSON(std::string const & text);
 
-    /// Writes type, limits and value; nothing if undefined.
+    /// Writes type, limits and value; nothing if undefined. A value without a text, such as an empty option, gets an
+    /// empty one.
     virtual void store(ArchiveElement & element);
     /// Replaces everything by what store() wrote; undefined if the type is missing or unknown. Throws Exception where
-    /// the text is no such value, and for an index that is beyond four times the number of stored elements plus 16: a
-    /// short document can't ask for a large array.
+    /// the text is no such value, and for an index that isn't below twice the number of stored elements: a short
+    /// document can't ask for a large array. An option keeps its first selection where none has the text.
     virtual void retrieve(ArchiveElement & element);
 
 protected:
@@ -243,8 +255,8 @@ private:
     Variant & assignPlain(T const & value);
     template <class Payload, class Key>
     Variant & makeElement(Key const & key);
-    /// The same as assign(), but the source need not keep its value.
-    void take(Variant & source);
+    /// The same as assign(), but the source need not keep its value, and half of it may be done where it throws.
+    void take(Variant & source, detail::Origin origin);
     /// Exchanges the payload in a bracket.
     void replace(std::unique_ptr<VariantValue> value);
     std::unique_ptr<VariantValue> release();

@@ -4,7 +4,7 @@
 
 #include "object/Exception.h"
 #include "value/Archive.h"
-#include "value/VariantValue.h"
+#include "value/VariantOptionValue.h"
 #include "value/detail/NumberText.h"
 
 #include <utility>
@@ -37,6 +37,25 @@ void retrieveElements(VariantValue & value, ArchiveElement & element)
         value.GetElement(name).retrieve(child);
     }
 }
+
+/// What stands for the value in the text of an element: nothing for one without a text, such as an empty option.
+std::string GetStoredText(Variant const & variant)
+{
+    try {
+        return variant;
+    } catch (Exception const &) {
+        return std::string();
+    }
+}
+
+void retrieveText(VariantValue & value, std::string const & text)
+{
+    if (auto * const option = dynamic_cast<VariantOptionValue *>(&value)) {
+        option->selectText(text);
+    } else {
+        value.Set(text);
+    }
+}
 } // namespace
 
 void Variant::store(ArchiveElement & element)
@@ -45,12 +64,11 @@ void Variant::store(ArchiveElement & element)
         return;
     }
 
-    std::string const text = *this;
     element.SetAttribute("type", GetTypeName());
     storeLimit(element, "minimum", GetMinimum());
     storeLimit(element, "maximum", GetMaximum());
     storeLimit(element, "filter", GetFilter());
-    element.SetValue(text);
+    element.SetValue(GetStoredText(*this));
     for (unsigned int i = 0; i < GetSize(); ++i) {
         ArchiveElement child = element.store("value");
         child.SetAttribute("index", GetElementName(i));
@@ -66,7 +84,7 @@ void Variant::retrieve(ArchiveElement & element)
         value->SetMinimum(element.GetAttribute("minimum"));
         value->SetMaximum(element.GetAttribute("maximum"));
         value->SetFilter(element.GetAttribute("filter"));
-        value->Set(element.GetValue());
+        retrieveText(*value, element.GetValue());
     }
     replace(std::move(value));
 }

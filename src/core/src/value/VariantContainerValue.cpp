@@ -9,18 +9,19 @@ void VariantContainerValue::modified(Observable const &, ObservableEvent const &
     endModification();
 }
 
-bool VariantContainerValue::take(VariantValue &)
+bool VariantContainerValue::take(VariantValue &, detail::Origin)
 {
     return false;
 }
 
 bool VariantContainerValue::takeCopy(VariantValue const & source)
 {
-    // An element may refuse what it is to take: a clone tells before anything is changed here.
+    // An element may refuse what it is to take: a clone tells before anything is changed here. What is nested needs no
+    // trial of its own.
     std::unique_ptr<VariantValue> const copy(source.GetCloned());
     std::unique_ptr<VariantValue> const trialCopy(source.GetCloned());
     std::unique_ptr<VariantContainerValue> const trial(static_cast<VariantContainerValue *>(GetCloned()));
-    return trial->take(*trialCopy) && take(*copy);
+    return trial->take(*trialCopy, detail::Origin::Program) && take(*copy, detail::Origin::Program);
 }
 
 VariantIndexedValue::~VariantIndexedValue()

@@ -21,13 +21,14 @@ public:
     VariantContainerValue & operator=(VariantContainerValue const &) = delete;
 
 protected:
+    friend class Variant;
     friend class detail::VariantJsonReader;
 
     void modified(Observable const & observable, ObservableEvent const & event) override;
 
     /// Assigns the elements of another kind of container, as far as this kind knows how, and may leave that without
-    /// them. False, and nothing is changed, for what it doesn't know; half of it is done where it throws.
-    virtual bool take(VariantValue & source);
+    /// them. False, and nothing is changed, for what it doesn't know; half of it may be done where it throws.
+    virtual bool take(VariantValue & source, detail::Origin origin);
     /// The same with a copy of the source, which may be inside this payload. Where it throws nothing is changed.
     bool takeCopy(VariantValue const & source);
 };

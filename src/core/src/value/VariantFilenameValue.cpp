@@ -9,19 +9,25 @@
 
 namespace tesseralis {
 namespace {
-std::vector<Variant> GetNames(std::string const & text)
+constexpr std::size_t c_mostNames = 65536;
+
+/// The names in a text, as parts of it.
+std::vector<std::string_view> GetNames(std::string_view text)
 {
     if (text.empty()) {
-        return {Variant(text)};
+        return {text};
     }
 
-    std::vector<Variant> names;
+    std::vector<std::string_view> names;
     for (std::size_t begin = 0; begin < text.size();) {
         std::size_t const end = std::min(text.find(';', begin), text.size());
         if (end > begin) {
-            names.emplace_back(text.substr(begin, end - begin));
+            names.push_back(text.substr(begin, end - begin));
         }
         begin = end + 1;
+    }
+    if (names.size() > c_mostNames) {
+        throw Exception("Unable to assign more than %u names to this variant!", static_cast<unsigned int>(c_mostNames));
     }
     return names;
 }
@@ -75,7 +81,7 @@ VariantValue * VariantFilenameValue::GetCloned() const
 
 void VariantFilenameValue::Set(std::string const & value)
 {
-    std::vector<Variant> const names = GetNames(value);
+    std::vector<std::string_view> const names = GetNames(value);
     removeReferences();
     try {
         detail::modify(*this, [&] { replaceNames(names); });
@@ -139,32 +145,35 @@ Variant VariantFilenameValue::GetFilter() const
     return m_filter;
 }
 
-void VariantFilenameValue::replaceNames(std::vector<Variant> const & names)
+void VariantFilenameValue::replaceNames(std::vector<std::string_view> const & names)
 {
     shrink(std::min(GetSize(), static_cast<unsigned int>(names.size())));
     unsigned int const kept = GetSize();
     for (unsigned int i = 0; i < kept; ++i) {
-        if (*m_elements[i] != names[i]) {
-            *m_elements[i] = names[i];
+        Variant const name = std::string(names[i]);
+        if (*m_elements[i] != name) {
+            *m_elements[i] = name;
         }
     }
     for (unsigned int i = kept; i < names.size(); ++i) {
-        m_elements.push_back(std::make_unique<Variant>(names[i]));
+        m_elements.push_back(std::make_unique<Variant>(std::string(names[i])));
     }
     observe(kept);
 }
 
-void VariantFilenameValue::addReferences() const
+void VariantFilenameValue::addReferences()
 {
     for (auto const & element : m_elements) {
-        Tesseralis::Get().addFileReference(GetFile(*element));
+        m_references.push_back(GetFile(*element));
+        Tesseralis::Get().addFileReference(m_references.back());
     }
 }
 
-void VariantFilenameValue::removeReferences() const
+void VariantFilenameValue::removeReferences()
 {
-    for (auto const & element : m_elements) {
-        Tesseralis::Get().removeFileReference(GetFile(*element));
+    for (std::string const & file : m_references) {
+        Tesseralis::Get().removeFileReference(file);
     }
+    m_references.clear();
 }
 } // namespace tesseralis

@@ -3,6 +3,7 @@
 #include "value/VariantContainerValue.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tesseralis {
@@ -25,7 +26,7 @@ public:
     using VariantIndexedValue::Get;
     using VariantIndexedValue::GetElement;
     using VariantIndexedValue::Set;
-    /// An empty text is one empty name; else empty names are dropped.
+    /// An empty text is one empty name; else empty names are dropped. Throws Exception for more than 65,536 names.
     void Set(std::string const & value) override;
     void Set(VariantValue const & source) override;
     void Get(std::string & value) const override;
@@ -39,10 +40,11 @@ public:
     Variant GetFilter() const override;
 
 private:
-    void replaceNames(std::vector<Variant> const & names);
-    void addReferences() const;
-    void removeReferences() const;
+    void replaceNames(std::vector<std::string_view> const & names);
+    void addReferences();
+    void removeReferences();
 
+    std::vector<std::string> m_references; // those that this payload has added; an entry may have changed since
     std::string m_filter;
 };
 } // namespace tesseralis

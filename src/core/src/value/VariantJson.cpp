@@ -11,6 +11,7 @@
 #include "value/detail/NumberText.h"
 #include "value/detail/VariantFields.h"
 
+#include <cmath>
 #include <sstream>
 #include <string_view>
 #include <utility>
@@ -53,7 +54,11 @@ public:
 private:
     using Write = void (JsonWriter::*)(Variant const &);
 
+    static constexpr unsigned int c_deepestOption = 8;
+
     void writeString(std::string const & text);
+    void writeNumber(float number);
+    void writeOption(Variant const & option);
     void writeMap(Variant const & map, Write write);
     void writeArray(Variant const & array, Write write);
     template <class T>
@@ -64,6 +69,7 @@ private:
     void close(char bracket);
 
     std::string m_text;
+    unsigned int m_optionDepth = 0;
 };
 
 void JsonWriter::writePlain(Variant const & value)
@@ -79,8 +85,10 @@ void JsonWriter::writePlain(Variant const & value)
         return;
     case Variant::Type::Boolean:
     case Variant::Type::Integer:
-    case Variant::Type::Float:
         m_text += value.operator std::string();
+        return;
+    case Variant::Type::Float:
+        writeNumber(value);
         return;
     case Variant::Type::Map:
         writeMap(value, &JsonWriter::writePlain);
@@ -88,12 +96,9 @@ void JsonWriter::writePlain(Variant const & value)
     case Variant::Type::Array:
         writeArray(value, &JsonWriter::writePlain);
         return;
-    case Variant::Type::Option: {
-        Variant map = Variant::TypeMap();
-        map.assign(value);
-        writeMap(map, &JsonWriter::writePlain);
+    case Variant::Type::Option:
+        writeOption(value);
         return;
-    }
     default:
         detail::withClassType(value.GetType(), [&](auto fields) {
             decltype(fields) const converted = value;
@@ -147,6 +152,36 @@ void JsonWriter::writeString(std::string const & text)
     }
     m_text.append(text, written);
     m_text += '"';
+}
+
+void JsonWriter::writeNumber(float number)
+{
+    if (!std::isfinite(number)) {
+        m_text += "null";
+        return;
+    }
+
+    std::string text = detail::toText(number);
+    // The reader takes a number without a point for an integer.
+    std::size_t const exponent = text.find('e');
+    if (exponent != std::string::npos && text.find('.') == std::string::npos) {
+        text.insert(exponent, ".0");
+    }
+    m_text += text;
+}
+
+void JsonWriter::writeOption(Variant const & option)
+{
+    // The selected option stands in the text twice, and so all that is in it.
+    if (m_optionDepth == c_deepestOption) {
+        throw Exception("Unable to write options that nest deeper than %u levels as JSON!", c_deepestOption);
+    }
+
+    ++m_optionDepth;
+    Variant map = Variant::TypeMap();
+    map.assign(option);
+    writeMap(map, &JsonWriter::writePlain);
+    --m_optionDepth;
 }
 
 void JsonWriter::writeMap(Variant const & map, Write write)
@@ -234,6 +269,7 @@ public:
 private:
     static constexpr int c_end = std::char_traits<char>::eof();
     static constexpr unsigned int c_deepest = 1024;
+    static constexpr unsigned int c_mostValues = 4000000;
 
     int read();
     void skip(unsigned int count);
@@ -254,6 +290,7 @@ private:
     std::stringbuf & m_buffer;
     bool & m_error;
     unsigned int m_depth = 0;
+    unsigned int m_values = 0;
 };
 
 namespace detail {
@@ -290,6 +327,12 @@ VariantJsonReader::Value VariantJsonReader::parseValue()
 
 VariantJsonReader::Value VariantJsonReader::parseValue(int first)
 {
+    if (m_values == c_mostValues) {
+        m_error = true;
+        return nullptr;
+    }
+
+    ++m_values;
     switch (first) {
     case '{':
         return parseObject();
@@ -541,7 +584,8 @@ VariantJsonReader::Value VariantJsonReader::GetConverted(Value value, Variant & 
     if (structured && source.GetType() == value->GetType()) {
         return source.release();
     }
-    if ((container == nullptr || !container->take(*source.m_value)) && !value->IsEqual(*source.m_value)) {
+    if ((container == nullptr || !container->take(*source.m_value, Origin::Document)) &&
+        !value->IsEqual(*source.m_value)) {
         value->Set(*source.m_value);
     }
     return value;

@@ -16,6 +16,21 @@ namespace {
 {
     throw Exception("Unable to assign a float value of '%f' to this variant!", static_cast<double>(value));
 }
+
+/// What remains of the largest float in its text.
+constexpr float c_largestText = 3.40282e+38f;
+
+template <class T>
+T readLimit(Variant const & limit)
+{
+    if constexpr (std::is_same_v<T, float>) {
+        float number = 0.0f;
+        if (limit.GetType() == Variant::Type::String && detail::parseNonFinite(limit, number)) {
+            return number;
+        }
+    }
+    return limit;
+}
 } // namespace
 
 template <class T>
@@ -53,6 +68,15 @@ void VariantNumberValue<T>::Set(bool const & value)
 template <class T>
 void VariantNumberValue<T>::Set(std::string const & value)
 {
+    if constexpr (std::is_same_v<T, float>) {
+        // A float can be constructed with such a value, which is then to come back from its text.
+        float number = 0.0f;
+        bool const isUnlimited = m_minimum <= -c_largestText && m_maximum >= c_largestText;
+        if (detail::parseNonFinite(value, number) && (isUnlimited || (m_minimum <= number && number <= m_maximum))) {
+            this->m_value = number;
+            return;
+        }
+    }
     SetChecked(detail::readText<T>(value));
 }
 
@@ -140,7 +164,7 @@ void VariantNumberValue<T>::SetLimit(T & limit, Variant const & value)
 {
     try {
         // Nothing lies between limits that are not numbers.
-        T const number = value;
+        T const number = readLimit<T>(value);
         if (number == number) {
             limit = number;
             this->m_value = std::max(m_minimum, std::min(this->m_value, m_maximum));

@@ -6,7 +6,8 @@
 #include <string>
 
 namespace tesseralis {
-/// What integers and floats have in common: a value between two limits. Each takes the other where nothing is lost.
+/// What integers and floats have in common: a value between two limits. An integer takes whole floats; a
+/// float takes any integer, rounded beyond 2^24.
 template <class T>
 class TESSERALIS_API VariantNumberValue : public VariantTypedValue<T>
 {
@@ -20,6 +21,7 @@ public:
     void Set(float const & value) override;
     void Set(int const & value) override;
     void Set(bool const & value) override;
+    /// A float without limits takes the texts of infinities and of what is no number too.
     void Set(std::string const & value) override;
     void Set(VariantValue const & source) override;
     void Get(float & value) const override;

@@ -5,6 +5,7 @@
 #include "value/detail/NumberText.h"
 #include "value/detail/VariantFields.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -120,13 +121,7 @@ void VariantOptionValue::Set(VariantValue const & source)
 
 void VariantOptionValue::Get(VariantValue & target) const
 {
-    if (target.GetType() == Variant::Type::Map) {
-        writeParts<detail::NameKeys>(target);
-    } else if (target.GetType() == Variant::Type::Array) {
-        writeParts<detail::IndexKeys>(target);
-    } else {
-        target.Set(*this);
-    }
+    target.Set(*this);
 }
 
 void VariantOptionValue::clear()
@@ -156,6 +151,21 @@ Variant & VariantOptionValue::GetElement(unsigned int index)
         endModification();
     }
     return *m_elements[index];
+}
+
+void VariantOptionValue::selectText(std::string const & text)
+{
+    auto const hasText = [&](auto const & option) {
+        try {
+            return option->operator std::string() == text;
+        } catch (Exception const &) {
+            return false;
+        }
+    };
+    auto const found = std::find_if(m_elements.begin(), m_elements.end(), hasText);
+    if (found != m_elements.end()) {
+        select(static_cast<int>(found - m_elements.begin()));
+    }
 }
 
 template <class T>
@@ -212,26 +222,26 @@ void VariantOptionValue::replaceOptions(VariantOptionValue const & source)
     }
 }
 
-bool VariantOptionValue::take(VariantValue & source)
+bool VariantOptionValue::take(VariantValue & source, detail::Origin origin)
 {
     if (source.GetType() == Variant::Type::Map) {
-        takeParts<detail::NameKeys>(source);
+        takeParts<detail::NameKeys>(source, origin);
         return true;
     }
     if (source.GetType() == Variant::Type::Array) {
-        takeParts<detail::IndexKeys>(source);
+        takeParts<detail::IndexKeys>(source, origin);
         return true;
     }
     return false;
 }
 
 template <class Keys>
-void VariantOptionValue::takeParts(VariantValue & parts)
+void VariantOptionValue::takeParts(VariantValue & parts, detail::Origin origin)
 {
     if (parts.HasElement(GetOptionsKey<Keys>())) {
         Variant & options = parts.GetElement(GetOptionsKey<Keys>());
         for (unsigned int i = 0; i < options.GetSize(); ++i) {
-            moveElement(GetElement(i), options.GetElement(i));
+            moveElement(GetElement(i), options.GetElement(i), origin);
         }
     }
     if (!parts.HasElement(GetSelectionKey<Keys>())) {
@@ -248,21 +258,24 @@ void VariantOptionValue::takeParts(VariantValue & parts)
 }
 
 template <class Keys>
-void VariantOptionValue::writeParts(VariantValue & target) const
+void VariantOptionValue::moveParts(VariantValue & target, detail::Origin origin)
 {
     if (m_selection < 0) {
         throw Exception("Unable to retrieve value from this variant!");
     }
 
-    // This payload may be inside the target, and an element may refuse what it is to take.
-    VariantOptionValue const source(*this);
-    std::unique_ptr<VariantValue> const trial(target.GetCloned());
-    for (VariantValue * const parts : {trial.get(), &target}) {
-        parts->GetElement(GetSelectionKey<Keys>()).assign(*source.m_elements[source.m_selection]);
-        Variant & options = parts->GetElement(GetOptionsKey<Keys>());
-        for (unsigned int i = 0; i < source.GetSize(); ++i) {
-            options.GetElement(i).assign(*source.m_elements[i]);
-        }
+    // A copy, since it is one of the options too. A document that nests such copies would grow without bounds.
+    if (origin == detail::Origin::Document && m_elements[m_selection]->GetSize() > 0) {
+        throw Exception("Unable to retrieve value from this variant!");
+    }
+    Variant selected(*m_elements[m_selection]);
+    moveElement(target.GetElement(GetSelectionKey<Keys>()), selected, origin);
+    Variant & options = target.GetElement(GetOptionsKey<Keys>());
+    for (unsigned int i = 0; i < GetSize(); ++i) {
+        moveElement(options.GetElement(i), *m_elements[i], origin);
     }
 }
+
+template void VariantOptionValue::moveParts<detail::NameKeys>(VariantValue &, detail::Origin);
+template void VariantOptionValue::moveParts<detail::IndexKeys>(VariantValue &, detail::Origin);
 } // namespace tesseralis

@@ -48,8 +48,16 @@ public:
     /// Up to the index, options that are missing come into being undefined. While none is selected, the last one is.
     Variant & GetElement(unsigned int index) override;
 
+    /// Selects the first option that has the text. The selection stays where there is none; options without a text are
+    /// passed over.
+    void selectText(std::string const & text);
+    /// Assigns selection and options to elements of a map or an array, and may be left without them. Throws Exception
+    /// if nothing is selected or an element doesn't take its part; half of it may be done then.
+    template <class Keys>
+    void moveParts(VariantValue & target, detail::Origin origin);
+
 protected:
-    bool take(VariantValue & source) override;
+    bool take(VariantValue & source, detail::Origin origin) override;
 
 private:
     static constexpr int c_none = -1;
@@ -61,9 +69,7 @@ private:
     void select(int selection);
     void replaceOptions(VariantOptionValue const & source);
     template <class Keys>
-    void takeParts(VariantValue & parts);
-    template <class Keys>
-    void writeParts(VariantValue & target) const;
+    void takeParts(VariantValue & parts, detail::Origin origin);
 
     int m_selection = c_none; // the only option that is observed
 };

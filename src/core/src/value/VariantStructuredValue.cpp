@@ -1,18 +1,16 @@
 #include "value/VariantStructuredValue.h"
 
 #include "object/Exception.h"
+#include "value/VariantOptionValue.h"
 #include "value/detail/NumberText.h"
 #include "value/detail/VariantFields.h"
 
-#include <memory>
-#include <utility>
-
 namespace tesseralis {
-unsigned int detail::IndexKeys::GetKey(VariantValue const & map, unsigned int index)
+unsigned int detail::IndexKeys::GetKey(VariantValue const & map, unsigned int index, Origin origin)
 {
     std::string const name = map.GetElementName(index);
     unsigned int key = index;
-    if (parseIndex(name, key) && !IsNear(key, map.GetSize())) {
+    if (parseIndex(name, key) && origin == Origin::Document && !IsNear(key, map.GetSize())) {
         throw Exception("Unable to retrieve a Variant with index '%s' from this variant!", name.c_str());
     }
     return key;
@@ -52,7 +50,7 @@ void VariantStructuredValue<Base, Keys>::Set(VariantValue const & source)
         return;
     }
 
-    if (source.GetType() == Keys::c_counterpart) {
+    if (source.GetType() == Keys::c_counterpart || source.GetType() == Variant::Type::Option) {
         this->takeCopy(source);
     } else {
         source.Get(*this);
@@ -62,7 +60,9 @@ void VariantStructuredValue<Base, Keys>::Set(VariantValue const & source)
 template <class Base, class Keys>
 void VariantStructuredValue<Base, Keys>::Get(std::string & value) const
 {
-    value = "[" + std::to_string(this->GetSize()) + "]";
+    std::string text = "[";
+    text.append(std::to_string(this->GetSize())).append("]");
+    value = text;
 }
 
 template <class Base, class Keys>
@@ -81,9 +81,7 @@ template <class Base, class Keys>
 template <class T>
 void VariantStructuredValue<Base, Keys>::write(T const & value)
 {
-    // An element may refuse its field: a clone tells before anything is changed here.
-    std::unique_ptr<VariantValue> const trial(this->GetCloned());
-    detail::writeFields<Keys>(*trial, value);
+    detail::tryFields<Keys>(*this, value);
     detail::writeFields<Keys>(*this, value);
 }
 
@@ -97,13 +95,17 @@ void VariantStructuredValue<Base, Keys>::read(T & value) const
 }
 
 template <class Base, class Keys>
-bool VariantStructuredValue<Base, Keys>::take(VariantValue & source)
+bool VariantStructuredValue<Base, Keys>::take(VariantValue & source, detail::Origin origin)
 {
+    if (auto * const option = dynamic_cast<VariantOptionValue *>(&source)) {
+        option->moveParts<Keys>(*this, origin);
+        return true;
+    }
     if (source.GetType() != Keys::c_counterpart) {
         return false;
     }
     for (unsigned int i = 0; i < source.GetSize(); ++i) {
-        this->moveElement(this->GetElement(Keys::GetKey(source, i)), source.GetElement(i));
+        this->moveElement(this->GetElement(Keys::GetKey(source, i, origin)), source.GetElement(i), origin);
     }
     return true;
 }

@@ -40,7 +40,7 @@ public:
 protected:
     /// Replaces all elements by clones of those of a payload of the own class; false for any other payload.
     virtual bool replaceElements(VariantValue const & source) = 0;
-    bool take(VariantValue & source) override;
+    bool take(VariantValue & source, detail::Origin origin) override;
 
 private:
     template <class T>

@@ -77,8 +77,9 @@ protected:
     /// Lead payloads to the protected Variant::SetValue() and Variant::GetValue().
     virtual void SetValue(Variant & variant, VariantValue const * value);
     virtual VariantValue const * GetValue(Variant const & variant) const;
-    /// The same as target.assign(source), but the source need not keep its value.
-    static void moveElement(Variant & target, Variant & source) { target.take(source); }
+    /// The same as target.assign(source), but the source need not keep its value, and half of it may be done where
+    /// it throws.
+    static void moveElement(Variant & target, Variant & source, detail::Origin origin) { target.take(source, origin); }
 
     [[noreturn]] static void throwNoElement(unsigned int index);
     [[noreturn]] static void throwNoElement(std::string const & name);

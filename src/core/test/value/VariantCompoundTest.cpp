@@ -170,6 +170,10 @@ TEST(VariantCompound, ConvertsBetweenArraysMapsAndOptions)
     EXPECT_EQ(messageOf([] { Variant::TypeMap().assign(5); }), "Unable to assign a value of type int to this variant!");
 
     map = Variant::TypeMap();
+    map["100"] = 1;
+    target = Variant::TypeArray();
+    target.assign(map);
+    EXPECT_EQ(target.GetSize(), 101u);
     map["1000000000"] = 1;
     EXPECT_EQ(messageOf([&] { target.assign(map); }),
               "Unable to retrieve a Variant with index '1000000000' from this variant!");
@@ -245,6 +249,33 @@ TEST(VariantCompound, SurvivesSourcesAndTargetsInsideOneAnother)
         Variant variant = make();
         rows[i].change(variant);
         EXPECT_EQ(variant.GetJSON(true), rows[i].expected) << "row " << i;
+    }
+}
+
+TEST(VariantCompound, AssignsDeepSourcesWithoutTryingEachLevelAgain)
+{
+    for (auto type : {Variant::Type::Map, Variant::Type::Option}) {
+        Variant target = 1;
+        Variant source = 2;
+        Variant refused = "x";
+        for (int level = 0; level < 24; ++level) {
+            target = type == Variant::Type::Map ? array({target}) : array({Variant(), array({target})});
+            for (Variant * const inner : {&source, &refused}) {
+                Variant outer(type);
+                outer["0"] = Variant(*inner);
+                *inner = outer;
+            }
+        }
+        std::string const before = target.GetJSON(true);
+        EXPECT_EQ(messageOf([&] { target.assign(refused); }),
+                  "Unable to assign a string value of 'x' to this variant!");
+        EXPECT_EQ(target.GetJSON(true), before);
+        target.assign(source);
+        Variant const * innermost = &target;
+        for (int level = 0; level < 24; ++level) {
+            innermost = type == Variant::Type::Map ? &(*innermost)[0] : &(*innermost)[1][0];
+        }
+        EXPECT_EQ(*innermost, Variant(2));
     }
 }
 
@@ -452,8 +483,19 @@ TEST(VariantFilename, SplitsAndJoinsNamesAndCountsThemInTheRegistry)
     filename[2] = Variant();
     EXPECT_EQ(messageOf([&] { filename.operator std::string(); }), c_noText);
     filename[2] = Variant("f4");
-    filename[4];
-    EXPECT_EQ(filename.operator std::string(), "f3;f2;f4;;");
+    filename[4] = "f5";
+    EXPECT_EQ(filename.operator std::string(), "f3;f2;f4;;f5");
+    {
+        Variant const owner = Variant::TypeFilename("f5;f6");
+        filename[2] = "f6";
+        filename = "f3";
+        EXPECT_EQ(references(), "f3 f5 f6 ") << "only what it has added itself is removed";
+    }
+    std::string many = "n";
+    for (int i = 0; i < 65536; ++i) {
+        many += ";n";
+    }
+    EXPECT_EQ(messageOf([&] { filename = many; }), "Unable to assign more than 65536 names to this variant!");
     filename.clear();
     EXPECT_EQ(references(), "");
     EXPECT_EQ(filename.GetFilter(), Variant("*.txt"));

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <sstream>
 #include <string>
 
@@ -54,6 +55,8 @@ TEST(VariantJson, WritesBothForms)
         {false, "false", R"({"_type":"boolean","_value":false})"},
         {5, "5", R"({"_type":"integer","_minimum":-2147483648,"_maximum":2147483647,"_value":5})"},
         {Variant(0.5f, 0.0f, 1.0f), "0.5", R"({"_type":"float","_minimum":0,"_maximum":1,"_value":0.5})"},
+        {1e6f, "1.0e+06", R"({"_type":"float","_minimum":-3.40282e+38,"_maximum":3.40282e+38,"_value":1.0e+06})"},
+        {Variant(-1e-7f, -1.0f, 1.0f), "-1.0e-07", R"({"_type":"float","_minimum":-1,"_maximum":1,"_value":-1.0e-07})"},
         {Variant::TypeFilename("a;b", "*"), "\"a;b\"", R"({"_type":"filename","_filter":"*","_value":"a;b"})"},
         {Variant::TypeArray(), "[]", R"({"_type":"array","_value":[]})"},
         {Variant::TypeMap(), "{}", R"({"_type":"map","_value":{}})"},
@@ -193,6 +196,12 @@ TEST(VariantJson, EndsCleanlyOnDeepAndLongTexts)
     EXPECT_FALSE(Variant::fromJSON("[" + std::string(10000000, '@') + "]").IsDefined());
     EXPECT_EQ(Variant::fromJSON(std::string(10000000, '9')), Variant(2147483647));
 
+    EXPECT_FALSE(Variant::fromJSON("{" + repeat("\"\"n,,,", 4000000) + "}").IsDefined());
+    std::string const repeated = repeat(R"({"_type":"array","_value":{"0":[],"00":)", 24) + "{}" + repeat("}}", 24);
+    EXPECT_EQ(Variant::fromJSON(repeated).GetSize(), 1u);
+    EXPECT_EQ(read(R"({"_type":"array","_value":{"0":[],"00":{"4000":1}}})"),
+              "Unable to retrieve a Variant with index '4000' from this variant!");
+
     // Each level converts what is in it; copies on each would take minutes.
     std::string const ballast = "[" + repeat("1,", 100000) + "]";
     std::string const openings[] = {R"({"_type":"array","_value":{"0":)", R"({"_type":"option","_value":{"options":[)",
@@ -202,6 +211,21 @@ TEST(VariantJson, EndsCleanlyOnDeepAndLongTexts)
         Variant const value = Variant::fromJSON(repeat(openings[i], 300) + ballast + repeat(endings[i], 300));
         EXPECT_TRUE(value.IsDefined());
         EXPECT_EQ(value.GetSize(), 1u);
+    }
+}
+
+TEST(VariantJson, WritesNoNumberAsNullAndNoOptionsThatNestTooDeep)
+{
+    EXPECT_EQ(Variant(-INFINITY).GetJSON(true), "null");
+    EXPECT_EQ(Variant(Vector(NAN, 1, INFINITY)).GetJSON(true), R"({"x":null,"y":1,"z":null})");
+    Variant option = "deep";
+    for (int level = 1; level <= 9; ++level) {
+        Variant outer = Variant::TypeOption();
+        outer[0] = option;
+        option = outer;
+        EXPECT_EQ(messageOf([&] { option.GetJSON(level % 2 == 0); }),
+                  level <= 8 ? "nothing was thrown"
+                             : "Unable to write options that nest deeper than 8 levels as JSON!");
     }
 }
 

@@ -1,4 +1,6 @@
 #include "value/Variant.h"
+#include "math/Matrix.h"
+#include "math/Quaternion.h"
 #include "math/Vector.h"
 #include "support/Messages.h"
 #include "support/Recorder.h"
@@ -306,6 +308,30 @@ TEST(VariantArchive, ReadsBackWhatItWrote)
     EXPECT_FALSE(storedAndRetrieved(Variant()).IsDefined());
 }
 
+TEST(VariantArchive, ReadsBackWhatHasNoNumberOrNoText)
+{
+    Matrix matrix;
+    matrix(1, 2) = -INFINITY;
+    for (Variant const & value : {Variant(INFINITY), Variant(-NAN), Variant(INFINITY, 0.0f, INFINITY), Variant(matrix),
+                                  Variant(Vector(NAN, 0, -INFINITY)), Variant(Quaternion(Vector(), -NAN))}) {
+        EXPECT_EQ(storedAndRetrieved(value).operator std::string(), value.operator std::string());
+    }
+    EXPECT_EQ(storedAndRetrieved(Variant(1.0f, 0.0f, INFINITY)).GetMaximum().operator float(), INFINITY);
+    EXPECT_EQ(messageOf([] { Variant(1.0f, 0.0f, 2.0f) = "inf"; }),
+              "Unable to assign a string value of 'inf' to this variant!");
+
+    Variant option = Variant::TypeOption();
+    EXPECT_EQ(storedAndRetrieved(option).GetSize(), 0u);
+    option[0];
+    option[2] = "b";
+    EXPECT_FALSE(storedAndRetrieved(option)[0].IsDefined());
+    option = Variant(option);
+    option.assign("b");
+    Variant const result = storedAndRetrieved(option);
+    EXPECT_EQ(result.GetSize(), 3u);
+    EXPECT_EQ(result, Variant("b"));
+}
+
 TEST(VariantArchive, RefusesWhatDoesNotFitAndLetsNoShortDocumentAskForMuch)
 {
     struct Row
@@ -320,7 +346,9 @@ TEST(VariantArchive, RefusesWhatDoesNotFitAndLetsNoShortDocumentAskForMuch)
         {"integer", "x", {}, "Unable to assign a string value of 'x' to this variant!"},
         {"Integer", "5", {}, "undefined"},
         {"array", "[9]", {"2", "0"}, "[3]"},
-        {"array", "", {"10"}, "[11]"},
+        {"array", "", {"1"}, "[2]"},
+        {"array", "", {"2"}, "Unable to retrieve a Variant with index '2' from this variant!"},
+        {"float", "inf", {}, "inf"},
         {"array", "", {"4000000"}, tooFar},
         {"filename", "", {"4000000"}, tooFar},
         {"array", "", {"4294967295"}, "Unable to retrieve a Variant with index '4294967295' from this variant!"},

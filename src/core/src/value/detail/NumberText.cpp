@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <limits>
 #include <locale>
 #include <sstream>
 #include <string_view>
@@ -204,6 +205,18 @@ bool parseIndex(std::string const & text, unsigned int & index)
         return false;
     }
     index = static_cast<unsigned int>(number);
+    return true;
+}
+
+bool parseNonFinite(std::string const & text, float & value)
+{
+    bool const isNegative = text.starts_with('-');
+    std::string_view const word = std::string_view(text).substr(isNegative ? 1 : 0);
+    if (word != "inf" && word != "nan") {
+        return false;
+    }
+    float const size = word == "inf" ? std::numeric_limits<float>::infinity() : std::numeric_limits<float>::quiet_NaN();
+    value = isNegative ? -size : size;
     return true;
 }
 

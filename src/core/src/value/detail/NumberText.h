@@ -23,11 +23,14 @@ bool parseText(std::string const & text, T & value);
 /// The same for the index of an element, a whole number that isn't negative.
 bool parseIndex(std::string const & text, unsigned int & index);
 
+/// Whether a text is that of an infinite float or of one that is no number, which a stream writes but doesn't read.
+bool parseNonFinite(std::string const & text, float & value);
+
 /// Whether an index that comes from outside is so near to a number of elements that the gap may be filled: a short text
 /// must not ask for a large array.
 constexpr bool IsNear(unsigned int index, unsigned int count)
 {
-    return index / 4 < count + 4ull;
+    return index / 2 < count;
 }
 
 /// The int or float that a text begins with: as much of it as a stream takes. A number out of range gives the limit

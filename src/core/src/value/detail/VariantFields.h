@@ -18,7 +18,8 @@ struct TESSERALIS_API IndexKeys
 
     static unsigned int GetKey(unsigned int index, char const *) { return index; }
     /// Where an element of a map goes: to the number that its name is, else to its position.
-    static unsigned int GetKey(VariantValue const & map, unsigned int index);
+    /// Throws Exception where a document asks for one that is too far.
+    static unsigned int GetKey(VariantValue const & map, unsigned int index, Origin origin);
 };
 
 /// How a map names a field.
@@ -27,7 +28,10 @@ struct TESSERALIS_API NameKeys
     static constexpr Variant::Type c_counterpart = Variant::Type::Array;
 
     static std::string GetKey(unsigned int, char const * name) { return name; }
-    static std::string GetKey(VariantValue const & array, unsigned int index) { return array.GetElementName(index); }
+    static std::string GetKey(VariantValue const & array, unsigned int index, Origin)
+    {
+        return array.GetElementName(index);
+    }
 };
 
 /// The names of a value's fields and access to them by position.
@@ -89,25 +93,46 @@ struct Fields<Color>
     }
 };
 
-constexpr char const * c_matrixNames[] = {"0", "1", "2", "3"};
+/// The columns of a matrix are containers of numbers.
+template <>
+struct Fields<Matrix>
+{
+    static constexpr char const * c_names[] = {"0", "1", "2", "3"};
+};
+
+template <class Keys, class T>
+void writeField(Variant & element, unsigned int i, T const & value)
+{
+    element.assign(Fields<T>::Get(value, i));
+}
+
+template <class Keys>
+void writeField(Variant & element, unsigned int i, Matrix const & value)
+{
+    for (unsigned int j = 0; j < 4; ++j) {
+        element.GetElement(Keys::GetKey(j, Fields<Matrix>::c_names[j])).assign(value.Get(i, j));
+    }
+}
+
+/// Throws Exception where an element of an array or a map would refuse its field. Nothing is changed.
+template <class Keys, class T>
+void tryFields(VariantValue const & target, T const & value)
+{
+    for (unsigned int i = 0; i < std::size(Fields<T>::c_names); ++i) {
+        auto const key = Keys::GetKey(i, Fields<T>::c_names[i]);
+        if (target.HasElement(key)) {
+            Variant trial(target.GetElement(key));
+            writeField<Keys>(trial, i, value);
+        }
+    }
+}
 
 /// Assigns the fields of a value to the elements of an array or a map, making those that are missing.
 template <class Keys, class T>
 void writeFields(VariantValue & target, T const & value)
 {
     for (unsigned int i = 0; i < std::size(Fields<T>::c_names); ++i) {
-        target.GetElement(Keys::GetKey(i, Fields<T>::c_names[i])).assign(Fields<T>::Get(value, i));
-    }
-}
-
-template <class Keys>
-void writeFields(VariantValue & target, Matrix const & value)
-{
-    for (unsigned int i = 0; i < 4; ++i) {
-        Variant & column = target.GetElement(Keys::GetKey(i, c_matrixNames[i]));
-        for (unsigned int j = 0; j < 4; ++j) {
-            column.GetElement(Keys::GetKey(j, c_matrixNames[j])).assign(value.Get(i, j));
-        }
+        writeField<Keys>(target.GetElement(Keys::GetKey(i, Fields<T>::c_names[i])), i, value);
     }
 }
 
@@ -127,13 +152,13 @@ template <class Keys>
 void readFields(VariantValue const & source, Matrix & value)
 {
     for (unsigned int i = 0; i < 4; ++i) {
-        auto const key = Keys::GetKey(i, c_matrixNames[i]);
+        auto const key = Keys::GetKey(i, Fields<Matrix>::c_names[i]);
         if (!source.HasElement(key)) {
             continue;
         }
         Variant const & column = source.GetElement(key);
         for (unsigned int j = 0; j < 4; ++j) {
-            auto const row = Keys::GetKey(j, c_matrixNames[j]);
+            auto const row = Keys::GetKey(j, Fields<Matrix>::c_names[j]);
             if (column.HasElement(row)) {
                 value.Set(i, j, column.GetElement(row));
             }
