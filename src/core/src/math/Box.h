@@ -67,7 +67,7 @@ private:
 };
 
 /// The text form is `((x;y;z);(x;y;z))`, minimum and maximum, with numbers in the stream's own format. The reader takes
-/// white space round each sign; where it fails the box keeps its value.
+/// white space round each sign, and "inf" and "nan"; where it fails the box keeps its value.
 TESSERALIS_API std::istream & operator>>(std::istream & stream, Box & box);
 TESSERALIS_API std::ostream & operator<<(std::ostream & stream, Box const & box);
 } // namespace tesseralis

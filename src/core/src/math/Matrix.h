@@ -100,7 +100,7 @@ private:
 };
 
 /// The text form is `((m0;m1;m2;m3);(m4;...);(m8;...);(m12;...;m15))`: each inner group is a column. Numbers are in the
-/// stream's own format. The reader takes white space round each sign; where it fails the matrix keeps its value.
+/// stream's own format. The reader takes white space round each sign, "inf", "nan"; a failed one leaves the matrix.
 TESSERALIS_API std::istream & operator>>(std::istream & stream, Matrix & matrix);
 TESSERALIS_API std::ostream & operator<<(std::ostream & stream, Matrix const & matrix);
 } // namespace tesseralis

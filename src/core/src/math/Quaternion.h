@@ -86,7 +86,7 @@ TESSERALIS_API Quaternion spline(Quaternion const & q0, Quaternion const & q1, Q
                                  Quaternion const & q3, float t);
 
 /// The text form is `((x;y;z);w)`, its numbers in the stream's own format. The reader takes white space round each
-/// sign; where it fails the quaternion keeps its value.
+/// sign, and "inf" and "nan"; where it fails the quaternion keeps its value.
 TESSERALIS_API std::istream & operator>>(std::istream & stream, Quaternion & quaternion);
 TESSERALIS_API std::ostream & operator<<(std::ostream & stream, Quaternion const & quaternion);
 } // namespace tesseralis

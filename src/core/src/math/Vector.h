@@ -98,8 +98,8 @@ private:
     float m_elements[3] = {0.0f, 0.0f, 0.0f};
 };
 
-/// The text form is `(x;y;z)`, its numbers in the stream's own format. The reader takes white space round each sign;
-/// where it fails the vector keeps its value.
+/// The text form is `(x;y;z)`, its numbers in the stream's own format. The reader takes white space round each sign
+/// and the names of infinity and not-a-number, "inf" and "nan"; where it fails the vector keeps its value.
 TESSERALIS_API std::istream & operator>>(std::istream & stream, Vector & vector);
 TESSERALIS_API std::ostream & operator<<(std::ostream & stream, Vector const & vector);
 } // namespace tesseralis

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <iomanip>
 #include <sstream>
 #include <type_traits>
@@ -48,9 +49,10 @@ void checkText(T const & value, std::string const & expected, std::vector<std::s
 TEST(ValueText, ReadsBackWhatItWritesAndNothingElse)
 {
     checkText(Vector(1, 2.5f, -3), "(1;2.5;-3)",
-              {"1;2;3", "(1;2;3;4)", "(;2;3)", "(1;2;nan)", "(1;2;inf)", "(1;2;1e99)",
+              {"1;2;3", "(1;2;3;4)", "(;2;3)", "(1;2;na)", "(1;2;- inf)", "(1;2;+inf)", "(1;2;1e99)",
                "(" + std::string(100000, '9') + ";1;2)", std::string("(1;2\0;3)", 8)});
     checkText(Vector(1.0f / 3, 3.4028235e38f, -1e-40f), "(0.333333343;3.40282347e+38;-9.9999461e-41)");
+    checkText(Vector(INFINITY, -INFINITY, -0.5f), "(inf;-inf;-0.5)", {"(inf;-inf;-nan0)", "(inf;--inf;0)"});
     checkText(Matrix(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16),
               "((1;5;9;13);(2;6;10;14);(3;7;11;15);(4;8;12;16))", {"((1;5;9);(2;6;10;14);(3;7;11;15);(4;8;12;16))"});
     checkText(Quaternion(Vector(0, 0.5f, -0.5f), 1.0f), "((0;0.5;-0.5);1)", {"(0;0;0;1)", "((0;0;0);(1;1;1))"});
