@@ -5,6 +5,7 @@
 #include "math/Vector.h"
 #include "support/Messages.h"
 #include "support/Recorder.h"
+#include "support/Values.h"
 #include "value/Variant.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +14,6 @@
 #include <locale>
 #include <random>
 #include <sstream>
-#include <vector>
 
 using namespace tesseralis;
 using namespace tesseralis::test;
@@ -53,14 +53,12 @@ std::string write(Variant target, T const & value)
 
 /// A cell of the tables that isn't a result: "-" stands for a type that is never taken or given, "?" for a text that is
 /// no such value.
-std::string expand(std::string const & cell, std::string const & verb, std::string const & type,
-                   std::string const & text)
+std::string expand(std::string const & cell, bool given, std::string const & type, std::string const & text)
 {
     if (cell == "-") {
-        return "Unable to " + verb + " a value of type " + type + " " + (verb == "assign" ? "to" : "from") +
-               " this variant!";
+        return given ? notRetrieved("a value of type " + type) : notAssigned("a value of type " + type);
     }
-    return cell == "?" ? "Unable to assign a string value of '" + text + "' to this variant!" : cell;
+    return cell == "?" ? notAssigned("a string value of '" + text + "'") : cell;
 }
 
 /// Everything that there is to know about a variant.
@@ -69,24 +67,6 @@ std::string describe(Variant const & variant)
     std::string text;
     std::string const message = messageOf([&] { text = variant.GetJSON(false); });
     return text + message + std::to_string(variant.GetSize());
-}
-
-Variant makeOption(std::initializer_list<Variant> options)
-{
-    Variant option = Variant::TypeOption();
-    for (Variant const & element : options) {
-        option, element;
-    }
-    return option;
-}
-
-Variant makeArray(std::initializer_list<Variant> elements)
-{
-    Variant array = Variant::TypeArray();
-    for (Variant const & element : elements) {
-        array, element;
-    }
-    return array;
 }
 } // namespace
 
@@ -97,6 +77,7 @@ TEST(VariantConversion, GivesWhatTheTypeAndTheValueAllow)
         Variant source;
         std::string cells[9]; // string, bool, int, float, vector, quaternion, box, matrix, color
     };
+    std::string const noVector = notRetrieved("a value of type vector");
     Row const rows[] = {
         {"1", {"1", "1", "1", "1", "?", "?", "?", "?", "?"}},
         {"TRUE", {"TRUE", "1", "1", "1", "?", "?", "?", "?", "?"}},
@@ -118,29 +99,29 @@ TEST(VariantConversion, GivesWhatTheTypeAndTheValueAllow)
         {s_box, {c_box, "-", "-", "-", "-", "-", c_box, "-", "-"}},
         {s_matrix, {c_matrix, "-", "-", "-", "-", "-", "-", c_matrix, "-"}},
         {s_color, {c_color, "-", "-", "-", "-", "-", "-", "-", c_color}},
-        {makeArray({1, 2, 3}),
-         {"[3]", "-", "-", "-", c_vector, "Unable to retrieve a value of type vector from this variant!",
-          "Unable to retrieve a value of type vector from this variant!", "((1;0;0;0);(0;1;0;0);(0;0;1;0);(0;0;0;1))",
+        {array({1, 2, 3}),
+         {"[3]", "-", "-", "-", c_vector, noVector, noVector, "((1;0;0;0);(0;1;0;0);(0;0;1;0);(0;0;0;1))",
           "(1;2;3;255)"}},
-        {makeOption({"7", 8}), {"7", "?", "7", "7", "?", "?", "?", "?", "?"}},
+        {option({"7", 8}), {"7", "?", "7", "7", "?", "?", "?", "?", "?"}},
         {Variant::TypeFilename(";a;;b;"), {"a;b", "-", "-", "-", "-", "-", "-", "-", "-"}},
     };
     for (Row const & row : rows) {
         Variant const & source = row.source;
         std::string const text = source;
-        auto const expected = [&](int column, char const * type) {
-            return expand(row.cells[column], "retrieve", type, text);
-        };
         SCOPED_TRACE(source.GetTypeName() + " " + text);
-        EXPECT_EQ(text, row.cells[0]);
-        EXPECT_EQ(read<bool>(source), expected(1, "bool"));
-        EXPECT_EQ(read<int>(source), expected(2, "int"));
-        EXPECT_EQ(read<float>(source), expected(3, "int"));
-        EXPECT_EQ(read<Vector>(source), expected(4, "vector"));
-        EXPECT_EQ(read<Quaternion>(source), expected(5, "quaternion"));
-        EXPECT_EQ(read<Box>(source), expected(6, "box"));
-        EXPECT_EQ(read<Matrix>(source), expected(7, "matrix"));
-        EXPECT_EQ(read<Color>(source), expected(8, "color"));
+        std::string const results[] = {text,
+                                       read<bool>(source),
+                                       read<int>(source),
+                                       read<float>(source),
+                                       read<Vector>(source),
+                                       read<Quaternion>(source),
+                                       read<Box>(source),
+                                       read<Matrix>(source),
+                                       read<Color>(source)};
+        char const * const types[] = {"", "bool", "int", "int", "vector", "quaternion", "box", "matrix", "color"};
+        for (int i = 0; i < 9; ++i) {
+            EXPECT_EQ(results[i], expand(row.cells[i], true, types[i], text));
+        }
     }
 }
 
@@ -151,7 +132,7 @@ TEST(VariantConversion, TakesWhatTheTypeAndTheLimitsAllow)
         Variant target;
         std::string cells[13];
     };
-    auto const noClass = [](char const * type) { return expand("-", "retrieve", type, ""); };
+    auto const noClass = [](char const * type) { return expand("-", true, type, ""); };
     std::string const noInt5 = "Unable to assign an integer value of 5 to this variant!";
     std::string const noFloat = "Unable to assign a float value of '1.500000' to this variant!";
     std::string const noFloat5 = "Unable to assign a float value of '5.000000' to this variant!";
@@ -159,8 +140,8 @@ TEST(VariantConversion, TakesWhatTheTypeAndTheLimitsAllow)
         // "1", "abc", "5", true, 1, 5, 1.0, 1.5, and a value of each class
         {"x", {"1", "abc", "5", "true", "1", "5", "1", "1.5", c_vector, c_quaternion, c_box, c_matrix, c_color}},
         {false,
-         {"true", "?", "?", "true", "true", "Unable to assign an integer value of '5' to this variant!", "true",
-          noFloat, "-", "-", "-", "-", "-"}},
+         {"true", "?", "?", "true", "true", notAssigned("an integer value of '5'"), "true", noFloat, "-", "-", "-", "-",
+          "-"}},
         {Variant(0, 0, 3), {"1", "?", noInt5, "1", "1", noInt5, "1", noFloat, "-", "-", "-", "-", "-"}},
         {Variant(0.0f, 0.0f, 3.0f), {"1", "?", noFloat5, "1", "1", noFloat5, "1", "1.5", "-", "-", "-", "-", "-"}},
         {Vector(), {"?", "?", "?", "-", "-", "-", "-", "-", c_vector, "-", "-", "-", "-"}},
@@ -170,7 +151,7 @@ TEST(VariantConversion, TakesWhatTheTypeAndTheLimitsAllow)
         {Color(), {"?", "?", "?", "-", "-", "-", "-", "-", "-", "-", "-", "-", c_color}},
         {Variant::TypeArray(), {"[0]", "[0]", "[0]", "-", "-", "-", "-", "-", "[3]", "[2]", "[2]", "[4]", "[4]"}},
         {Variant::TypeMap(), {"[0]", "[0]", "[0]", "-", "-", "-", "-", "-", "[3]", "[2]", "[2]", "[4]", "[4]"}},
-        {makeOption({0, 1, 5}),
+        {option({0, 1, 5}),
          {"1", "?", "5", "1", "1", "5", "1", noFloat, noClass("vector"), noClass("quaternion"), noClass("box"),
           noClass("matrix"), noClass("color")}},
         {Variant::TypeFilename(), {"1", "abc", "5", "-", "-", "-", "-", "-", "-", "-", "-", "-", "-"}},
@@ -178,52 +159,40 @@ TEST(VariantConversion, TakesWhatTheTypeAndTheLimitsAllow)
     for (Row const & row : rows) {
         Variant const & target = row.target;
         SCOPED_TRACE(target.GetTypeName());
-        auto const expected = [&](int column, char const * type, char const * text) {
-            return expand(row.cells[column], "assign", type, text);
-        };
-        EXPECT_EQ(write(target, std::string("1")), expected(0, "string", "1"));
-        EXPECT_EQ(write(target, std::string("abc")), expected(1, "string", "abc"));
-        EXPECT_EQ(write(target, std::string("5")), expected(2, "string", "5"));
-        EXPECT_EQ(write(target, true), expected(3, "bool", ""));
-        EXPECT_EQ(write(target, 1), expected(4, "int", ""));
-        EXPECT_EQ(write(target, 5), expected(5, "int", ""));
-        EXPECT_EQ(write(target, 1.0f), expected(6, "int", ""));
-        EXPECT_EQ(write(target, 1.5f), expected(7, "int", ""));
-        EXPECT_EQ(write(target, s_vector), expected(8, "vector", ""));
-        EXPECT_EQ(write(target, s_quaternion), expected(9, "quaternion", ""));
-        EXPECT_EQ(write(target, s_box), expected(10, "box", ""));
-        EXPECT_EQ(write(target, s_matrix), expected(11, "matrix", ""));
-        EXPECT_EQ(write(target, s_color), expected(12, "color", ""));
+        std::string const results[] = {write(target, std::string("1")),
+                                       write(target, std::string("abc")),
+                                       write(target, std::string("5")),
+                                       write(target, true),
+                                       write(target, 1),
+                                       write(target, 5),
+                                       write(target, 1.0f),
+                                       write(target, 1.5f),
+                                       write(target, s_vector),
+                                       write(target, s_quaternion),
+                                       write(target, s_box),
+                                       write(target, s_matrix),
+                                       write(target, s_color)};
+        char const * const types[] = {"1",   "abc",    "5",          "bool", "int",    "int",  "int",
+                                      "int", "vector", "quaternion", "box",  "matrix", "color"};
+        for (int i = 0; i < 13; ++i) {
+            EXPECT_EQ(results[i], expand(row.cells[i], false, types[i], types[i]));
+        }
     }
 }
 
 TEST(VariantConversion, FailsWithoutATraceAndIsToldBeforehandForAllPairs)
 {
-    std::vector<Variant> const samples = {Variant(),
-                                          "abc",
-                                          "2",
-                                          c_vector,
-                                          true,
-                                          2,
-                                          Variant(6, 5, 10),
-                                          2.0f,
-                                          Variant(0.25f, 0.0f, 1.0f),
-                                          s_vector,
-                                          s_quaternion,
-                                          s_box,
-                                          s_matrix,
-                                          s_color,
-                                          Variant::TypeArray(),
-                                          Variant::TypeMap(),
-                                          Variant::TypeOption(),
-                                          makeArray({1, 2}),
-                                          makeArray({"x", Variant(1, 0, 1), "z"}),
-                                          makeOption({1, 2}),
-                                          makeOption({"abc", 2.0f}),
-                                          Variant::TypeFilename("a;b", "*.txt")};
+    Variant const samples = Variant::fromJSON(R"~([null, "abc", "2", "(1;2;3)", true, 2, 2.5,
+        {"_type":"integer","_minimum":5,"_maximum":10,"_value":6}, {"_type":"float","_minimum":0,"_maximum":1.0},
+        {"_type":"vector"}, {"_type":"quaternion"}, {"_type":"box"}, {"_type":"matrix"}, {"_type":"color"}, [], {},
+        {"_type":"option"}, {"_type":"option","_value":[1,[1,2]]}, {"_type":"option","_value":[2,["abc",2]]}, [1,2],
+        ["x",{"_type":"integer","_maximum":1},"z"],
+        {"_type":"filename","_filter":"*.txt","_value":"a;b"}])~");
     unsigned int failures = 0;
-    for (Variant const & original : samples) {
-        for (Variant const & source : samples) {
+    for (unsigned int i = 0; i < samples.GetSize(); ++i) {
+        Variant const & original = samples.GetElement(i);
+        for (unsigned int j = 0; j < samples.GetSize(); ++j) {
+            Variant const & source = samples.GetElement(j);
             SCOPED_TRACE(describe(original) + " takes " + describe(source));
             Variant target = original;
             Recorder recorder(target);
@@ -271,47 +240,16 @@ TEST(VariantText, IsThatOfStreams)
             ASSERT_EQ(variant.operator float(), number) << text;
         }
     };
-    for (char const * text : {"",
-                              " ",
-                              "+",
-                              "-",
-                              "+5",
-                              "-0",
-                              "007",
-                              "+-5",
-                              "- 5",
-                              "\v12\f",
-                              "2147483647",
-                              "2147483648",
-                              "-2147483648",
-                              "-2147483649",
-                              "1.",
-                              ".5",
-                              ".",
-                              "-.5",
-                              "1e",
-                              "1e+",
-                              "1e5",
-                              "1E-5",
-                              "0x10",
-                              "inf",
-                              "nan",
-                              "-inf",
-                              "infinity",
-                              "1e39",
-                              "-1e39",
-                              "1e-46",
-                              "-1e-400",
-                              "1e-40",
-                              "3.4028235e38",
-                              "1,5",
-                              "1e5.2",
-                              "16777217",
-                              "99999999999999999999",
-                              "1e99999999999",
-                              "0e99999999999"}) {
+    std::istringstream texts(
+        "+ - +5 -0 007 +-5 5x 2147483647 2147483648 -2147483648 -2147483649 1. .5 . -.5 1e 1e+ 1e5 "
+        "1E-5 0x10 inf nan -inf infinity 1e39 -1e39 1e-46 -1e-400 1e-40 3.4028235e38 1,5 1e5.2 "
+        "16777217 99999999999999999999 1e99999999999 0e99999999999");
+    for (std::string text; texts >> text;) {
         expectSame(text);
+        expectSame("\v " + text + "\f\n");
     }
+    expectSame("");
+    expectSame(" ");
     expectSame(std::string("5\0", 2));
     char const characters[] = "0123456789+-.eE \t";
     for (int i = 0; i < 20000; ++i) {
