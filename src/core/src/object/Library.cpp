@@ -3,6 +3,8 @@
 #include "object/Filename.h"
 #include "object/platform/Module.h"
 
+#include <utility>
+
 namespace tesseralis {
 Library::Library(std::string const & filename) : m_module(detail::loadModule(filename)) {}
 
@@ -13,6 +15,17 @@ Library & Library::operator=(Library const & other)
     if (this != &other) {
         uninitialize();
         m_module = detail::loadModule(other.GetPath());
+    }
+    return *this;
+}
+
+Library::Library(Library && other) noexcept : m_module(std::exchange(other.m_module, nullptr)) {}
+
+Library & Library::operator=(Library && other) noexcept
+{
+    if (this != &other) {
+        uninitialize();
+        m_module = std::exchange(other.m_module, nullptr);
     }
     return *this;
 }

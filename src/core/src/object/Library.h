@@ -15,6 +15,9 @@ public:
     Library(Library const & other);
     /// Releases its module first, so a pointer into it is good only while another library holds it.
     Library & operator=(Library const & other);
+    /// Hand the reference over.
+    Library(Library && other) noexcept;
+    Library & operator=(Library && other) noexcept;
     ~Library();
 
     bool IsInitialized() const { return m_module != nullptr; }

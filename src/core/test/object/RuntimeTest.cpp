@@ -4,6 +4,7 @@
 #include "object/Logger.h"
 #include "object/Mutex.h"
 #include "object/Timer.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -12,10 +13,12 @@
 #include <iostream>
 
 #include <pty.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using namespace tesseralis;
+using namespace tesseralis::test;
 
 namespace {
 // What a callable writes where standard output is a terminal.
@@ -119,8 +122,9 @@ TEST(LibraryReference, KeepsTheModuleLoadedUntilTheLastCopyGoes)
         Library const library(RUNTIME_MODULE);
         ASSERT_TRUE(library.IsInitialized());
         reinterpret_cast<void (*)(bool *)>(library.GetProcedure("tellWhenGone"))(&gone);
-        copy = Library(library);
+        copy = library;
         copy = *&copy;
+        copy = Library(std::move(copy));
     }
     EXPECT_FALSE(gone);
     EXPECT_NE(copy.GetProcedure("tellWhenGone"), nullptr);
@@ -142,4 +146,18 @@ TEST(LibraryPath, IsWhereTheSystemFoundTheModule)
         EXPECT_EQ(library.GetProcedure("tellWhenGone"), nullptr) << name;
         EXPECT_EQ(library.GetPath() + library.GetDirectory() + library.GetFilename(), "") << name;
     }
+}
+
+TEST(LibraryLoading, OfAFileThatIsCutShortOrAPipeFails)
+{
+    TemporaryDirectory directory;
+    std::string const cut = directory.GetPath("cut.so");
+    std::filesystem::copy_file(RUNTIME_MODULE, cut);
+    for (std::uintmax_t const size : {5000, 1000, 70, 10, 0}) {
+        std::filesystem::resize_file(cut, size);
+        EXPECT_FALSE(Library(cut).IsInitialized()) << size;
+    }
+    std::string const pipe = directory.GetPath("pipe.so");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(Library(pipe).IsInitialized());
 }

@@ -3,9 +3,9 @@
 #include <string>
 
 namespace tesseralis::detail {
-/// Loads a shared object and gives its handle; null if that fails. A path that has a separator is taken from the
-/// current directory, a bare name is looked for where the system keeps its libraries. Each load needs its
-/// unloadModule().
+/// Loads a shared object and gives its handle; null if that fails, also for a file that is cut short. A path that has a
+/// separator is taken from the current directory, a bare name is looked for where the system keeps its libraries. Each
+/// load needs its unloadModule().
 void * loadModule(std::string const & path);
 void unloadModule(void * module);
 
