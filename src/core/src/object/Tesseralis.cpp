@@ -1,5 +1,6 @@
 #include "object/Tesseralis.h"
 
+#include "object/CoreVersion.h"
 #include "object/Dispatcher.h"
 #include "object/Exception.h"
 #include "object/Guard.h"
@@ -80,7 +81,7 @@ Tesseralis & Tesseralis::Get()
 
 Version Tesseralis::GetVersion() const
 {
-    return Version(0, 8, 0, 3801, 20121004, false, false);
+    return Version(c_coreVersion);
 }
 
 void Tesseralis::registerObjectType(std::string const & type, Factory factory)
