@@ -141,6 +141,11 @@ ArchiveElement::~ArchiveElement()
     ArchiveNode::release(m_parent);
 }
 
+ArchiveElement ArchiveElement::GetParent() const
+{
+    return ArchiveElement(m_archive, m_parent, m_parent == nullptr ? nullptr : m_parent->GetParent());
+}
+
 void ArchiveElement::SetName(std::string const & name)
 {
     if (m_node != nullptr) {

@@ -81,6 +81,8 @@ public:
     unsigned int GetArchiveFlags() const { return m_archive->GetFlags(); }
 
     bool IsEmpty() const { return m_node == nullptr; }
+    /// The element that this one was made under or taken from; empty if there is none.
+    ArchiveElement GetParent() const;
     void SetName(std::string const & name);
     std::string GetName() const;
     void SetValue(std::string const & value);

@@ -102,6 +102,9 @@ TEST(Archive, ASearchForAnAttributeGoesUpwardsAlsoFromAnElementThatWasTakenOut)
     EXPECT_TRUE(b.retrieve("n", "a").IsEmpty());
 
     ArchiveElement inner = b.retrieve();
+    EXPECT_EQ(inner.GetParent(), b);
+    EXPECT_EQ(b.GetParent(), top);
+    EXPECT_TRUE(top.GetParent().IsEmpty());
     EXPECT_EQ(inner.retrieve("n", "").GetName(), "plain") << "a missing attribute counts as empty";
     EXPECT_FALSE(inner.IsRetrievable("n", "c")) << "the way up ends at what was taken out";
     EXPECT_EQ(textOf(archive), "<r><e n=\"c\"></e></r>");
