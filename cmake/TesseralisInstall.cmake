@@ -13,6 +13,7 @@ configure_package_config_file(cmake/TesseralisConfig.cmake.in TesseralisConfig.c
                               INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Tesseralis)
 write_basic_package_version_file(TesseralisConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/TesseralisConfig.cmake ${PROJECT_BINARY_DIR}/TesseralisConfigVersion.cmake
+              cmake/TesseralisModule.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/Tesseralis)
 
 configure_file(cmake/tesseralis.pc.in tesseralis.pc @ONLY)

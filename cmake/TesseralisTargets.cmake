@@ -22,6 +22,8 @@ if(TESSERALIS_FUZZ)
     target_compile_options(tesseralis_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+include(${CMAKE_CURRENT_LIST_DIR}/TesseralisModule.cmake)
+
 # tesseralis_add_test(object/ObservableTest.cpp): one test program for one source below the caller's folder.
 function(tesseralis_add_test source)
     get_filename_component(name ${source} NAME_WE)

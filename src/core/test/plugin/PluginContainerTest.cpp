@@ -1,0 +1,156 @@
+#include "plugin/EditorPlugin.h"
+#include "plugin/RendererPlugin.h"
+#include "support/Messages.h"
+#include "support/Modules.h"
+#include "support/Recorder.h"
+#include "value/Variant.h"
+
+#include <memory>
+#include <vector>
+
+using namespace tesseralis;
+using namespace tesseralis::test;
+
+namespace {
+template <class P>
+P * makePlugin()
+{
+    auto * const plugin = new P;
+    plugin->SetFilename(moduleFile("sample_" + P::GetTypeName()));
+    return plugin;
+}
+
+std::vector<EditorPlugin *> editorsOf(Container & container)
+{
+    std::vector<EditorPlugin *> editors;
+    for (ContainerEditorIterator i(container); !i.IsAtEnd(); ++i) {
+        editors.push_back(&*i);
+    }
+    return editors;
+}
+} // namespace
+
+TEST(PluginContainerOwnership, MovesWithAddAndComesBackWithRemove)
+{
+    Container first(0u);
+    Container second(0u);
+    std::unique_ptr<RendererPlugin> const plugin(makePlugin<RendererPlugin>());
+    Recorder atFirst(first);
+    Recorder atPlugin(*plugin);
+    atFirst.SetReaction([&](Observable const &, ObservableEvent const & event) {
+        EXPECT_EQ(dynamic_cast<PluginContainerPluginEvent const &>(event).GetPlugin(), plugin.get());
+        EXPECT_TRUE(first.HasPlugin(plugin.get()) && plugin->GetContainer() == &first && plugin->IsInitialized());
+    });
+
+    first.add(plugin.get());
+    first.add(plugin.get());
+    plugin->SetContainer(&second);
+    plugin->SetContainer(&second);
+    EXPECT_FALSE(first.HasPlugin(plugin.get()));
+    EXPECT_EQ(plugin->GetContainer(), &second);
+    EXPECT_EQ(atFirst.GetCount(), 2u);
+    EXPECT_NE(atFirst.GetAs<PluginContainerAdditionEvent>(0), nullptr);
+    EXPECT_NE(atFirst.GetAs<PluginContainerRemovalEvent>(1), nullptr);
+    EXPECT_EQ(atPlugin.GetCountOf<PluginInitializeEvent>(), 2u);
+    EXPECT_EQ(atPlugin.GetCountOf<PluginUninitializeEvent>(), 1u);
+
+    plugin->SetContainer(nullptr);
+    first.remove(plugin.get());
+    EXPECT_EQ(plugin->GetContainer(), nullptr);
+    EXPECT_FALSE(plugin->IsInitialized());
+}
+
+TEST(PluginContainerOwnership, EndsWithThePluginOrWithTheContainer)
+{
+    auto container = std::make_unique<Container>(0u);
+    Recorder recorder(*container);
+    Recorder atPlugins;
+    auto const addPlugins = [&] {
+        for (int i = 0; i < 3; ++i) {
+            container->add(makePlugin<RendererPlugin>());
+        }
+        for (PluginContainerIterator i(*container); !i.IsAtEnd(); ++i) {
+            i->addObserver(&atPlugins);
+        }
+    };
+    addPlugins();
+    delete &*PluginContainerIterator(*container);
+    EXPECT_EQ(recorder.GetCountOf<PluginContainerRemovalEvent>(), 1u);
+    container->clearPlugins();
+    EXPECT_TRUE(PluginContainerIterator(*container).IsAtEnd());
+    EXPECT_EQ(atPlugins.GetCountOf<ObservableDestructionEvent>(), 3u);
+
+    addPlugins();
+    container.reset();
+    EXPECT_EQ(recorder.GetCountOf<PluginContainerRemovalEvent>(), 6u);
+    EXPECT_NE(recorder.GetAs<ObservableDestructionEvent>(recorder.GetCount() - 1), nullptr);
+    EXPECT_EQ(atPlugins.GetCountOf<ObservableDestructionEvent>(), 6u);
+    EXPECT_FALSE(isMapped(moduleFile("sample_renderer")));
+}
+
+TEST(PluginContainerOwnership, OfPluginsInARingEndsWithAnyOfThem)
+{
+    for (int const size : {1, 2, 3}) {
+        for (bool const clear : {false, true}) {
+            Recorder recorder;
+            std::vector<Plugin *> plugins(static_cast<std::size_t>(size));
+            for (Plugin *& plugin : plugins) {
+                plugin = makePlugin<RendererPlugin>();
+                plugin->addObserver(&recorder);
+            }
+            for (std::size_t i = 0; i < plugins.size(); ++i) {
+                plugins[i]->add(plugins[(i + 1) % plugins.size()]);
+            }
+            if (clear) {
+                plugins[0]->clearPlugins();
+            } else {
+                delete plugins[0];
+            }
+            EXPECT_EQ(recorder.GetCountOf<ObservableDestructionEvent>(), plugins.size()) << clear;
+        }
+    }
+}
+
+TEST(PluginContainerObserver, ThatThrowsKeepsNoPluginFromComingOrGoing)
+{
+    auto const refuse = [](Observable const &, ObservableEvent const &) { throw Exception("No."); };
+    Container container(0u);
+    Recorder recorder(container);
+    recorder.SetReaction(refuse);
+    Plugin * plugin = makePlugin<RendererPlugin>();
+    EXPECT_EQ(messageOf([&] { container.add(plugin); }), "No.");
+    EXPECT_TRUE(plugin->IsInitialized());
+    EXPECT_EQ(outputOf([&] { delete plugin; }).first, "No.\n\n");
+    EXPECT_TRUE(PluginContainerIterator(container).IsAtEnd());
+
+    plugin = makePlugin<RendererPlugin>();
+    Recorder atPlugin(*plugin);
+    atPlugin.SetReaction(refuse);
+    recorder.SetReaction({});
+    EXPECT_EQ(messageOf([&] { container.add(plugin); }), "No.");
+    EXPECT_TRUE(container.HasPlugin(plugin));
+    recorder.clear();
+    container.GetProperty("any") = 1;
+    EXPECT_NE(recorder.GetCount(), 0u) << "a bracket is still open";
+    atPlugin.SetReaction({});
+}
+
+TEST(ContainerEditors, AreListedInTheOrderOfAddition)
+{
+    Container container(0u);
+    auto * const first = makePlugin<EditorPlugin>();
+    std::unique_ptr<EditorPlugin> const second(makePlugin<EditorPlugin>());
+    container.add(static_cast<Plugin *>(second.get()));
+    container.add(static_cast<Plugin *>(makePlugin<RendererPlugin>()));
+    container.add(first);
+    container.add(second.get());
+    container.add(static_cast<EditorPlugin *>(nullptr));
+    EXPECT_EQ(editorsOf(container), (std::vector<EditorPlugin *>{second.get(), first, second.get()}));
+    EXPECT_TRUE(first->IsInitialized());
+
+    container.remove(static_cast<Plugin *>(second.get()));
+    EXPECT_EQ(editorsOf(container), (std::vector<EditorPlugin *>{first}));
+    EXPECT_FALSE(second->IsInitialized());
+    delete first;
+    EXPECT_TRUE(editorsOf(container).empty());
+}
