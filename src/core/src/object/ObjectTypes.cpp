@@ -3,6 +3,7 @@
 #include "plugin/CompositorPlugin.h"
 #include "plugin/Console.h"
 #include "plugin/EditorPlugin.h"
+#include "plugin/Environment.h"
 #include "plugin/ExporterPlugin.h"
 #include "plugin/HostPlugin.h"
 #include "plugin/ImporterPlugin.h"
@@ -19,6 +20,7 @@ void registerObjectTypes()
     registry.registerObjectType<Container>();
     registry.registerObjectType<Dispatcher>();
     registry.registerObjectType<EditorPlugin>();
+    registry.registerObjectType<Environment>();
     registry.registerObjectType<ExporterPlugin>();
     registry.registerObjectType<HostPlugin>();
     registry.registerObjectType<ImporterPlugin>();
