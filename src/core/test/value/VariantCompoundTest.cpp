@@ -18,6 +18,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <utility>
 
 using namespace tesseralis;
@@ -42,13 +43,7 @@ TEST(VariantCompound, HoldsTheFieldsOfAClassValueInArraysAndMaps)
     for (unsigned int i = 0; i < 16; ++i) {
         matrix(i / 4, i % 4) = static_cast<float>(i);
     }
-    struct Row
-    {
-        Variant value;
-        std::string asArray;
-        std::string asMap;
-    };
-    Row const rows[] = {
+    std::tuple<Variant, std::string, std::string> const rows[] = {
         {s_vector, "[1,2,3]", R"({"x":1,"y":2,"z":3})"},
         {Quaternion(s_vector, 4), R"([{"x":1,"y":2,"z":3},4])", R"({"vector":{"x":1,"y":2,"z":3},"scalar":4})"},
         {Box(s_vector, -s_vector), R"([{"x":1,"y":2,"z":3},{"x":-1,"y":-2,"z":-3}])",

@@ -15,7 +15,9 @@
 #include <limits>
 #include <memory>
 #include <sstream>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 using namespace tesseralis;
 using namespace tesseralis::test;
@@ -66,13 +68,8 @@ TEST(Variant, SendsOneEventForAChangeAndNoneForNothing)
 {
     Variant variant = Variant(1, 0, 10);
     Recorder recorder(variant);
-    struct Step
-    {
-        std::function<void()> change;
-        unsigned int events;
-    };
     Variant other = "7";
-    Step const steps[] = {
+    std::pair<std::function<void()>, unsigned int> const steps[] = {
         {[&] { variant = 1; }, 1},
         {[&] { variant = Variant(2, 0, 10); }, 1},
         {[&] { variant = static_cast<Variant const &>(variant); }, 0},
@@ -98,8 +95,8 @@ TEST(Variant, SendsOneEventForAChangeAndNoneForNothing)
     };
     for (std::size_t i = 0; i < std::size(steps); ++i) {
         recorder.clear();
-        messageOf(steps[i].change);
-        EXPECT_EQ(recorder.GetCount(), steps[i].events) << "step " << i;
+        messageOf(steps[i].first);
+        EXPECT_EQ(recorder.GetCount(), steps[i].second) << "step " << i;
         EXPECT_EQ(recorder.GetCountOf<ObservableEvent>(), recorder.GetCount()) << "step " << i;
     }
 }
@@ -172,13 +169,7 @@ TEST(Variant, ThrowsWhereAnUndefinedOneIsRead)
 
 TEST(Variant, MeetsARequirementAndKeepsWhatFits)
 {
-    struct Row
-    {
-        Variant value;
-        Variant requirement;
-        std::string expected;
-    };
-    Row const rows[] = {
+    std::tuple<Variant, Variant, std::string> const rows[] = {
         {Variant(), Variant(1, 0, 2), "integer1"}, {"3", Variant(1, 0, 2), "integer1"},
         {"1", Variant(0, 0, 2), "string1"},        {"x", Variant(), "stringx"},
         {2.0f, Variant::TypeString(), "float2"},   {5, Variant::TypeVector(), "vector(0;0;0)"},
