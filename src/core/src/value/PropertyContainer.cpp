@@ -10,6 +10,7 @@
 
 #include <iterator>
 #include <ostream>
+#include <set>
 #include <utility>
 
 namespace tesseralis {
@@ -167,6 +168,10 @@ void PropertyContainer::addProperty(std::string const & givenName, Variant const
     auto property = std::make_unique<PropertyContainerProperty>(*this, name, givenValue);
     if (HasProperty(name)) {
         removeProperty(name);
+    }
+    if (PropertyContainerProperty * const again = GetPropertyByName(name)) {
+        again->GetValue() = property->GetValue(); // made meanwhile by somebody who heard of the removal
+        return;
     }
 
     beginModification(new PropertyContainerAdditionEvent(name));
@@ -332,9 +337,12 @@ bool PropertyContainer::joinValues(std::string const & name, PropertyContainerLi
 {
     std::string message = "Unknown error.";
     try {
-        if (link.HasProperty() || !HasProperty(name)) {
-            Variant & value = GetProperty(name);
-            value.assign(link.GetProperty());
+        bool const isTargetsValue = link.HasProperty() || !HasProperty(name);
+        // Both are there before either is used, as far as those who hear of a new one leave it.
+        GetProperty(name);
+        link.GetProperty();
+        if (isTargetsValue) {
+            GetProperty(name).assign(link.GetProperty());
         } else {
             link.GetProperty().assign(GetProperty(name));
         }
@@ -429,14 +437,18 @@ void storeExpression(PropertyContainerExpression expression, std::string const &
     child.SetAttribute("name", name);
     child.SetAttribute("host", host->GetObjectName());
     child.SetValue(expression.GetCommand());
+    std::set<std::pair<std::string, std::string>> triggers; // in an order that is the same each time
     for (ObserverIterator i(expression); !i.IsAtEnd(); ++i) {
         auto const * const value = dynamic_cast<Variant const *>(&*i);
         PropertyContainer const * const container = PropertyContainer::GetPropertyContainer(value);
         if (container != nullptr) {
-            ArchiveElement trigger = child.store("trigger");
-            trigger.SetAttribute("container", container->GetObjectName());
-            trigger.SetAttribute("property", container->GetPropertyName(value));
+            triggers.emplace(container->GetObjectName(), container->GetPropertyName(value));
         }
+    }
+    for (auto const & [container, property] : triggers) {
+        ArchiveElement trigger = child.store("trigger");
+        trigger.SetAttribute("container", container);
+        trigger.SetAttribute("property", property);
     }
 }
 } // namespace
@@ -445,7 +457,7 @@ void PropertyContainer::store(ArchiveElement & element)
 {
     MutexLocker locker(m_mutex);
     for (PropertyContainerIterator i(*this); !i.IsAtEnd(); ++i) {
-        if (!element.HasArchiveFlags(PropertyArchiveFlag::StructureOnly)) {
+        if (!element.HasArchiveFlags(ArchiveFlag::WithoutValues)) {
             ArchiveElement child = element.store("property");
             child.SetAttribute("name", i.GetName());
             if (i.HasFlags(PropertyFlag::Hidden)) {

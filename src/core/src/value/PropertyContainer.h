@@ -20,11 +20,6 @@ namespace PropertyFlag {
 constexpr unsigned int Hidden = 1; ///< not for display; kept in archives
 }
 
-/// Archive flags that a property container heeds.
-namespace PropertyArchiveFlag {
-constexpr unsigned int StructureOnly = 1; ///< links and expressions are stored, values are not
-}
-
 /// The base of the events of property containers.
 class TESSERALIS_API PropertyContainerEvent : public ObservableEvent
 {
@@ -123,6 +118,7 @@ public:
 
     /// Adds a property as the newest. One of that name is removed first, with all that belongs to it.
     void addProperty(std::string const & name, Variant const & value);
+    /// Not from within the delivery of an event of the property's value itself.
     void removeProperty(std::string const & name);
     /// Gives a property a new name; nothing happens if that is taken or there is no property of the previous name.
     void renameProperty(std::string const & currentName, std::string const & previousName);

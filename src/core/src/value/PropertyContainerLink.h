@@ -22,9 +22,8 @@ public:
     bool IsValid() const { return m_container != nullptr; }
     PropertyContainer * GetPropertyContainer() const { return m_container; }
     std::string const & GetPropertyName() const { return m_propertyName; }
-    /// Whether the container has the property. Only for a valid link, as the next one.
     bool HasProperty() const;
-    /// The property's value; a missing property is created.
+    /// The property's value; a missing property is created. Throws Exception for an empty link.
     Variant & GetProperty() const;
 
     bool operator==(PropertyContainerLink const & link) const = default;

@@ -98,6 +98,17 @@ TEST_F(PropertyContainers, KeepCreationOrderAndTellWhatHappens)
     EXPECT_EQ(container.GetPropertyCount(), 0u);
 }
 
+TEST_F(PropertyContainers, APropertyThatIsMadeAgainWhileItIsReplacedExistsOnce)
+{
+    PropertyContainer container("c", 0);
+    container.addProperty("a", 1);
+    Recorder recorder(container.GetProperty("a"));
+    recorder.SetReaction([&](Observable const &, ObservableEvent const &) { container.GetProperty("a"); });
+    container.addProperty("a", 2);
+    EXPECT_EQ(container.GetPropertyCount(), 1u);
+    EXPECT_EQ(static_cast<int>(container.GetProperty("a")), 2);
+}
+
 TEST_F(PropertyContainers, ReportAChangeDeepInsideAValueOnceUnderTheRightName)
 {
     PropertyContainer container("c", ObjectAttribute::Registered);
@@ -182,7 +193,7 @@ TEST_F(PropertyContainers, GoToAnArchiveAndComeBackWithValuesFlagsAndLinks)
     session->GetProperty("list")[1] = "x";
     session->SetPropertyLink("limited", PropertyContainerLink(other, "target"));
 
-    Archive structure(PropertyArchiveFlag::StructureOnly);
+    Archive structure(ArchiveFlag::WithoutValues);
     structure.store();
     ArchiveElement element = ArchiveElement(structure).retrieve("session");
     EXPECT_FALSE(element.IsRetrievable("property"));

@@ -123,6 +123,12 @@ TEST_F(PropertyLinks, ChainsAndRingsOfMixedTypesComeToRest)
     b.GetProperty("list")["0"] = 2;
     EXPECT_EQ(toInt(a.GetProperty("list")[0]), 2);
     EXPECT_LT(recorder.GetCount(), 50u);
+    for (int i = 0; i < 4; ++i) {
+        c.addProperty("map" + std::to_string(i), Variant::TypeMap());
+        c.SetPropertyLink("map" + std::to_string(i), PropertyContainerLink(&a, "list"));
+    }
+    a.GetProperty("list")[0] = 3;
+    EXPECT_EQ(toInt(c.GetProperty("map3")["0"]), 3);
 }
 
 TEST_F(PropertyLinks, AnEndlessChainEndsInTheLogAndNotInTheStack)
@@ -211,18 +217,21 @@ TEST_F(PropertyExpressions, AFailureIsLoggedOnceAndADeadHostIsForgotten)
     EXPECT_EQ(toInt(b.GetProperty("y")), 7);
 }
 
-TEST_F(PropertyExpressions, MayBeReplacedWhileTheyAreEvaluated)
+TEST_F(PropertyExpressions, MayGoWithOrWithoutTheirPropertyWhileTheyAreEvaluated)
 {
     a.addProperty("x", 0);
     b.addProperty("y", 7);
+    b.addProperty("z", 7);
     FunctionHost host([&] {
         b.SetPropertyExpression("y", PropertyContainerExpression());
+        b.removeProperty("z");
         return Variant(8);
     });
     PropertyContainerExpression expression(&host, "text");
     a.GetProperty("x").addObserver(&expression);
     b.SetPropertyExpression("y", expression);
+    b.SetPropertyExpression("z", expression);
     a.GetProperty("x") = 1;
-    EXPECT_FALSE(b.HasPropertyExpression("y"));
-    EXPECT_EQ(host.calls, 1);
+    EXPECT_FALSE(b.HasPropertyExpression("y") || b.HasProperty("z"));
+    EXPECT_EQ(toInt(b.GetProperty("y")), 7);
 }

@@ -173,15 +173,21 @@ bool keepAccessList(Descriptor const & file, fs::path const & former)
     constexpr char const * c_attribute = "system.posix_acl_access";
     char list[65536]; // the most that the system takes
     ssize_t const size = ::getxattr(former.c_str(), c_attribute, list, sizeof(list));
-    return size < 0 || ::fsetxattr(file.Get(), c_attribute, list, static_cast<std::size_t>(size), 0) == 0;
+    if (size < 0) {
+        ::fremovexattr(file.Get(), c_attribute); // which the folder may have given it
+        return true;
+    }
+    return ::fsetxattr(file.Get(), c_attribute, list, static_cast<std::size_t>(size), 0) == 0;
 }
 
 void keepOwnerAndMode(Descriptor const & file, struct stat const & former, fs::path const & target)
 {
     mode_t mode = former.st_mode & 07777;
-    if (::fchown(file.Get(), former.st_uid, former.st_gid) != 0 &&
-        ::fchown(file.Get(), static_cast<uid_t>(-1), former.st_gid) != 0) {
-        mode &= ~static_cast<mode_t>(S_IRWXG); // another group's now
+    if (::fchown(file.Get(), former.st_uid, former.st_gid) != 0) {
+        mode &= ~static_cast<mode_t>(S_ISUID | S_ISGID); // another owner's now
+        if (::fchown(file.Get(), static_cast<uid_t>(-1), former.st_gid) != 0) {
+            mode &= ~static_cast<mode_t>(S_IRWXG); // and another group's
+        }
     }
     if (!keepAccessList(file, target)) {
         mode &= ~static_cast<mode_t>(S_IRWXG); // with a list these bits bound what it grants
@@ -191,10 +197,22 @@ void keepOwnerAndMode(Descriptor const & file, struct stat const & former, fs::p
     }
 }
 
-/// For what can't be replaced. A file that the process has open itself, as its standard output, keeps what is in it.
-void writeDirectly(std::string const & filename, std::string const & content)
+/// Whether the process writes its output or its errors to the file.
+bool isStandardStream(struct stat const & status)
 {
-    Descriptor const file = open(filename, O_WRONLY | O_APPEND);
+    for (int const number : {STDOUT_FILENO, STDERR_FILENO}) {
+        struct stat stream = {};
+        if (::fstat(number, &stream) == 0 && stream.st_ino == status.st_ino && stream.st_dev == status.st_dev) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// For what can't be replaced. What the process has written to a standard stream stays ahead of it.
+void writeDirectly(std::string const & filename, std::string const & content, struct stat const & status)
+{
+    Descriptor const file = open(filename, O_WRONLY | (isStandardStream(status) ? O_APPEND : O_TRUNC));
     if (!file.IsOpen()) {
         throwError(errno);
     }
@@ -246,7 +264,7 @@ void replaceFile(std::string const & filename, std::string const & content)
     }
     fs::path const target = resolve(filename);
     if (exists && (!S_ISREG(former.st_mode) || target.empty())) {
-        writeDirectly(filename, content);
+        writeDirectly(filename, content, former);
         return;
     }
     if (exists && ::faccessat(AT_FDCWD, filename.c_str(), W_OK, AT_EACCESS) != 0) {

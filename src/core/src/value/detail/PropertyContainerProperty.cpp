@@ -3,6 +3,7 @@
 #include "object/Exception.h"
 #include "object/Logger.h"
 #include "object/Mutex.h"
+#include "object/Tesseralis.h"
 #include "value/PropertyContainer.h"
 
 #include <algorithm>
@@ -13,11 +14,38 @@ namespace tesseralis {
 namespace {
 /// Links in one chain that a change follows; what lies behind is left as it is, since each takes a part of the stack.
 constexpr int c_longestChain = 1000;
-thread_local int t_chainLength = 0;
 
-/// How often a change may come back to a value while it is on its way: values that never become equal, such as an array
-/// and a map or vectors with a part that is no number, would be passed on for ever.
+/// How often, in all, a change may come back to a value while it is on its way: values that never become equal, such as
+/// an array and a map or vectors with a part that is no number, would be passed on for ever.
 constexpr int c_mostReturns = 16;
+
+/// The walk of a change along links, from the first value on.
+struct Walk
+{
+    int depth = 0;
+    unsigned int number = 0;
+    bool isCutShort = false; // which is logged once
+};
+thread_local Walk t_walk;
+
+/// Raises a counter for its own life.
+class Counting
+{
+public:
+    explicit Counting(int & counter) : m_counter(counter) { ++m_counter; }
+    ~Counting() { --m_counter; }
+    Counting(Counting const &) = delete;
+    Counting & operator=(Counting const &) = delete;
+
+private:
+    int & m_counter;
+};
+
+/// The name for the log; empty for an object that has left the registry.
+std::string nameOf(PropertyContainer const & container)
+{
+    return Tesseralis::Get().HasObject(&container) ? container.GetObjectName() : std::string();
+}
 
 struct ContainerTable
 {
@@ -132,36 +160,44 @@ void PropertyContainerProperty::unlink()
 
 void PropertyContainerProperty::spread()
 {
-    if (m_peers.empty() || m_returns > c_mostReturns) {
+    if (m_peers.empty()) {
+        return;
+    }
+    if (t_walk.depth == 0) {
+        t_walk = {0, t_walk.number + 1, false};
+    }
+    m_returns = m_walk == t_walk.number ? m_returns : 0;
+    m_walk = t_walk.number;
+    if (m_spreading > 0 && ++m_returns > c_mostReturns) {
         return;
     }
 
-    ++m_returns;
-    ++t_chainLength;
+    Counting const inWalk(t_walk.depth);
+    Counting const here(m_spreading);
     for (PropertyContainerProperty * const peer : std::vector<PropertyContainerProperty *>(m_peers)) {
-        // Whoever heard of the change before may have removed the link or the property.
+        // Whoever heard of the change before may have removed the link or the other property.
         if (std::find(m_peers.begin(), m_peers.end(), peer) != m_peers.end()) {
             assignTo(*peer);
         }
     }
-    --t_chainLength;
-    --m_returns;
 }
 
 void PropertyContainerProperty::assignTo(PropertyContainerProperty & peer)
 {
     auto const change = [&] {
-        if (m_value != peer.m_value) {
-            if (t_chainLength > c_longestChain) {
-                throw Exception("The chain of links is longer than %d!", c_longestChain);
-            }
-            peer.m_value.assign(m_value);
+        if (m_value == peer.m_value || t_walk.isCutShort) {
+            return;
         }
+        if (t_walk.depth > c_longestChain) {
+            t_walk.isCutShort = true;
+            throw Exception("The chain of links is longer than %d!", c_longestChain);
+        }
+        peer.m_value.assign(m_value);
     };
     runLogged(change, [&](std::ostream & stream) {
-        std::string const & name = m_container.GetObjectName();
+        std::string const name = nameOf(m_container);
         stream << "[" << name << "] Unable to assign value of " << name << "." << m_name << " to "
-               << peer.m_container.GetObjectName() << "." << peer.m_name;
+               << nameOf(peer.m_container) << "." << peer.m_name;
     });
 }
 
@@ -195,13 +231,19 @@ void PropertyContainerProperty::triggerModified(Observable const &, ObservableEv
     }
 
     expression->SetEnabled(false); // so that its own effects don't fire it again
+    // The evaluation may remove this property. So nothing of it is touched behind that before it is found to be there.
+    PropertyContainer & container = m_container;
+    Variant & value = m_value;
+    std::string const containerName = nameOf(container);
+    std::string const name = m_name;
     auto const change = [&] {
-        Variant const result = expression->evaluate(&m_container);
-        m_value.assign(result);
+        Variant const result = expression->evaluate(&container);
+        if (GetPropertyContainer(&value) == &container && m_expression == expression) {
+            value.assign(result);
+        }
     };
     bool const done = runLogged(change, [&](std::ostream & stream) {
-        std::string const & name = m_container.GetObjectName();
-        stream << "[" << name << "] Unable to assign value of expression to " << name << "." << m_name;
+        stream << "[" << containerName << "] Unable to assign value of expression to " << containerName << "." << name;
     });
     expression->SetEnabled(done);
 }

@@ -67,6 +67,8 @@ private:
     PropertyContainerProperty * m_link = nullptr;
     std::shared_ptr<PropertyContainerExpression> m_expression;
     std::vector<PropertyContainerProperty *> m_peers; // in order of linking
-    int m_returns = 0;                                // how often a change of the value is on its way
+    int m_spreading = 0;                              // how often a change of the value is on its way
+    int m_returns = 0;                                // how often one has come back meanwhile, in a walk
+    unsigned int m_walk = 0;                          // the number of that walk
 };
 } // namespace tesseralis

@@ -264,6 +264,9 @@ private:
     bool skipTag()
     {
         std::size_t const start = m_position++;
+        if (++m_elements > c_mostXmlElements) {
+            throw errorAt(m_text, start, m_encoding, tooManyElementsCause());
+        }
         skipSpace();
         bool isGood = skipName();
         for (std::size_t attributes = 0; isGood; ++attributes) {
@@ -343,6 +346,7 @@ private:
     XmlEncoding m_encoding;
     std::size_t m_mostSteps;
     std::size_t m_steps = 0;
+    std::size_t m_elements = 0;
     std::size_t m_position = 0;
     std::size_t m_depth = 0;
 };
@@ -362,6 +366,11 @@ std::string tooLargeCause(std::size_t sizeLimit)
 std::string tooDeepCause()
 {
     return "elements nested deeper than " + std::to_string(c_deepestXml);
+}
+
+std::string tooManyElementsCause()
+{
+    return "more than " + std::to_string(c_mostXmlElements) + " elements";
 }
 
 std::string tooManyAttributesCause()

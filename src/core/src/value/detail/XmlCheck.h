@@ -15,10 +15,12 @@ struct XmlError
 
 constexpr std::size_t c_deepestXml = 512;
 constexpr std::size_t c_mostXmlAttributes = 1024;
+constexpr std::size_t c_mostXmlElements = 4'000'000; // which take some hundred bytes of memory each
 /// The most that the depths of all elements and, for each attribute, the number of those before it may come to: some
 /// seconds of the parser's time. Documents that are not made to be slow stay far below.
 std::size_t mostXmlSteps(std::size_t sizeLimit);
 
+std::string tooManyElementsCause();
 inline constexpr char const * c_nulCause = "NUL byte";
 inline constexpr char const * c_tooManyStepsCause = "too many deeply nested elements or attributes";
 std::string tooLargeCause(std::size_t sizeLimit);
