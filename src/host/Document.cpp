@@ -1,5 +1,6 @@
 #include "Document.h"
 
+#include "Modules.h"
 #include "Text.h"
 
 #include "object/Exception.h"
@@ -11,6 +12,7 @@
 namespace tesseralis::host {
 namespace {
 constexpr char const * c_rootTag = "tesseralis";
+constexpr char const * c_moduleAttribute = "filename"; // of a plug-in's element
 
 /// Moves all that an element holds to another one.
 void moveContent(ArchiveElement & source, ArchiveElement & target)
@@ -38,8 +40,7 @@ void Document::load(std::string const & filename)
     Serializer(filename).load(archive);
     std::string const tag = ArchiveElement(archive).GetName();
     if (tag != c_rootTag) {
-        throw Exception("'%s' is not a document of this program: its root tag is '%s'.", filename.c_str(),
-                        onOneLine(tag).c_str());
+        throw Exception("'%s' is not a document of this program: its root tag is '%s'.", filename.c_str(), tag.c_str());
     }
     skipUnknownObjects(archive);
     archive.retrieve(ObjectAttribute::All);
@@ -47,29 +48,59 @@ void Document::load(std::string const & filename)
 
 void Document::skipUnknownObjects(Archive & archive)
 {
+    constexpr int c_mostWarnings = 20;
+    int skippedCount = 0;
     Archive known;
     ArchiveElement source(archive);
     ArchiveElement target = ArchiveElement(known).store(c_rootTag);
     ArchiveElement skipped = ArchiveElement(m_skipped).store(c_rootTag);
     for (ArchiveElement child = source.retrieve(); !child.IsEmpty(); child = source.retrieve()) {
         if (Tesseralis::Get().HasObjectType(child.GetName())) {
+            locateModule(child);
             moveChild(child, target);
             continue;
         }
-        std::cerr << "tesseralis: warning: '" << onOneLine(child.GetAttribute("name")) << "' is skipped: its type '"
-                  << onOneLine(child.GetName()) << "' is not known.\n";
+        if (++skippedCount <= c_mostWarnings) {
+            std::cerr << "tesseralis: warning: '" << onOneLine(child.GetAttribute("name"))
+                      << "' is skipped, with links and expressions to it: its type '" << onOneLine(child.GetName())
+                      << "' is not known.\n";
+        }
         moveChild(child, skipped);
     }
+    if (skippedCount > c_mostWarnings) {
+        std::cerr << "tesseralis: warning: " << skippedCount - c_mostWarnings << " more objects are skipped.\n";
+    }
     archive = known;
+}
+
+void Document::locateModule(ArchiveElement & element) const
+{
+    std::string const filename = element.GetAttribute(c_moduleAttribute);
+    if (!filename.empty()) {
+        std::string const path = m_modules.GetPath(filename);
+        element.SetAttribute(c_moduleAttribute, path);
+        m_modules.check(path, element.GetAttribute("name"));
+    }
 }
 
 void Document::save(std::string const & filename) const
 {
     Archive archive;
     archive.store();
+    Archive stored(archive);
+    archive = Archive();
+    ArchiveElement storedRoot(stored);
+    ArchiveElement target = ArchiveElement(archive).store(c_rootTag);
+    target.SetAttribute("version", storedRoot.GetAttribute("version"));
+    for (ArchiveElement child = storedRoot.retrieve(); !child.IsEmpty(); child = storedRoot.retrieve()) {
+        std::string const module = child.GetAttribute(c_moduleAttribute);
+        if (!module.empty()) {
+            child.SetAttribute(c_moduleAttribute, m_modules.GetPortableName(module));
+        }
+        moveChild(child, target);
+    }
     Archive skipped(m_skipped);
     ArchiveElement source(skipped);
-    ArchiveElement target(archive);
     for (ArchiveElement child = source.retrieve(); !child.IsEmpty(); child = source.retrieve()) {
         moveChild(child, target);
     }

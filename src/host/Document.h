@@ -6,10 +6,15 @@
 #include <vector>
 
 namespace tesseralis::host {
+class Modules;
+
 /// The document that the registry's objects come from and go to.
 class Document
 {
 public:
+    /// Modules are named in documents without their folder, as far as that is one of these.
+    explicit Document(Modules const & modules) : m_modules(modules) {}
+
     /// Makes the objects of a file. Those of unknown types are skipped with a warning; they are kept as they are for
     /// save(). Throws Exception if the file can't be read or isn't a document of this system.
     void load(std::string const & filename);
@@ -19,7 +24,9 @@ public:
 
 private:
     void skipUnknownObjects(Archive & archive);
+    void locateModule(ArchiveElement & element) const;
 
+    Modules const & m_modules;
     Archive m_skipped;
 };
 } // namespace tesseralis::host

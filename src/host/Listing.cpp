@@ -38,12 +38,26 @@ std::string limitsOf(Variant const & value)
     return limits;
 }
 
+std::string remarksOn(PropertyContainerIterator const & property)
+{
+    std::string remarks = property.HasFlags(PropertyFlag::Hidden) ? "hidden" : "";
+    if (property.HasLink()) {
+        PropertyContainerLink const link = property.GetLink();
+        remarks += (remarks.empty() ? "linked to " : ", linked to ") +
+                   onOneLine(link.GetPropertyContainer()->GetObjectName()) + "." + onOneLine(link.GetPropertyName());
+    }
+    if (property.HasExpression()) {
+        remarks +=
+            (remarks.empty() ? "computed by " : ", computed by ") + onOneLine(property.GetExpression().GetCommand());
+    }
+    return remarks;
+}
+
 std::vector<Row> rowsOf(PropertyContainer & container)
 {
     std::vector<Row> rows;
     for (PropertyContainerIterator i(container); !i.IsAtEnd(); ++i) {
-        rows.push_back({onOneLine(i.GetName()), i->GetTypeName(), toLine(*i), limitsOf(*i),
-                        i.HasFlags(PropertyFlag::Hidden) ? "hidden" : ""});
+        rows.push_back({onOneLine(i.GetName()), i->GetTypeName(), toLine(*i), limitsOf(*i), remarksOn(i)});
     }
     return rows;
 }
@@ -53,14 +67,14 @@ void printRows(std::ostream & stream, std::vector<Row> const & rows)
     std::array<std::size_t, std::tuple_size_v<Row>> widths{};
     for (Row const & row : rows) {
         for (std::size_t column = 0; column < row.size(); ++column) {
-            widths[column] = std::max(widths[column], std::min(row[column].size(), c_widestCell));
+            widths[column] = std::max(widths[column], std::min(widthOf(row[column]), c_widestCell));
         }
     }
     for (Row const & row : rows) {
         std::string line;
         for (std::size_t column = 0; column < row.size(); ++column) {
             std::string const & cell = row[column];
-            line += "  " + cell + std::string(widths[column] - std::min(widths[column], cell.size()), ' ');
+            line += "  " + cell + std::string(widths[column] - std::min(widths[column], widthOf(cell)), ' ');
         }
         line.erase(line.find_last_not_of(' ') + 1);
         stream << line << '\n';

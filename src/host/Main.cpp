@@ -1,18 +1,26 @@
 #include "Document.h"
+#include "HostConsole.h"
 #include "Listing.h"
+#include "Modules.h"
+#include "Output.h"
 #include "PropertyPath.h"
+#include "Text.h"
 #include "Watcher.h"
 
 #include "object/Exception.h"
 #include "object/Tesseralis.h"
 #include "object/Version.h"
+#include "plugin/ModuleGuard.h"
 #include "value/Variant.h"
 
 #include <CLI/CLI.hpp>
 
+#include <csignal>
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,38 +30,67 @@ struct Options
 {
     std::string session;
     std::vector<std::string> assignments;
-    std::string get;
-    std::string save;
+    std::optional<std::string> get;
+    std::optional<std::string> save;
+    std::vector<std::string> moduleFolders;
+    std::optional<std::string> evaluate;
     bool list = false;
     bool json = false;
     bool watch = false;
+    bool listModules = false;
+    bool trust = false;
+    bool noModules = false;
+
+    Modules::Trust GetTrust() const
+    {
+        return noModules ? Modules::Trust::Nothing : trust ? Modules::Trust::Everything : Modules::Trust::Folders;
+    }
 };
 
 void declareOptions(CLI::App & application, Options & options)
 {
     application.set_version_flag("--version", "tesseralis " + Tesseralis::Get().GetVersion().GetString());
-    application.add_option("session", options.session, "The session document to load")
-        ->required()
-        ->type_name("SESSION.xml");
+    CLI::Option * const session = application.add_option("session", options.session, "The session document to load");
+    session->type_name("SESSION.xml");
     application
         .add_option("--set", options.assignments,
                     "Set a property from a text; may be given more than once, in order. Limits hold, options "
                     "select, file names are split at ';'")
         ->type_name("OBJECT.PROPERTY=TEXT")
-        ->expected(1)
-        ->take_all()
-        ->trigger_on_parse(false);
+        ->allow_extra_args(false)
+        ->take_all();
     application.add_flag("--list", options.list,
                          "Print all objects (type, name) and their properties (name, type, value, limits, hidden)");
     CLI::Option * const get =
         application.add_option("--get", options.get, "Print one value as text")->type_name("OBJECT.PROPERTY");
     application.add_flag("--json", options.json, "Print the value of --get as JSON, with its type and limits")
         ->needs(get);
+    application
+        .add_option("--evaluate", options.evaluate,
+                    "Have the console's first host evaluate a text, and print the result; scripts see the objects")
+        ->type_name("TEXT");
     application.add_flag("--watch", options.watch, "Print every event while the changes are made");
     application
         .add_option("--save", options.save,
                     "Save all objects to a document; the old file stays whole until the new one is complete")
         ->type_name("OUT.xml");
+    application
+        .add_option("--modules", options.moduleFolders,
+                    "A folder that modules come from, instead of those beside the program; may be given more than once")
+        ->type_name("DIR")
+        ->allow_extra_args(false)
+        ->take_all();
+    application.add_flag("--list-modules", options.listModules,
+                         "Print kind, name, version, core version, description and file of each module");
+    CLI::Option * const trust = application.add_flag(
+        "--trust", options.trust, "Load modules that the document names from anywhere: that runs the code in them");
+    application.add_flag("--no-modules", options.noModules, "Open the document without loading any module")
+        ->excludes(trust);
+    application.final_callback([&options] {
+        if (options.session.empty() && !options.listModules && !options.evaluate) {
+            throw CLI::RequiredError("session");
+        }
+    });
     application.footer("The properties of an object whose name holds points are found by the longest object name that "
                        "exists.\nExample: tesseralis data/session.xml --set 'study.Slice thickness=2.5' --list");
 }
@@ -63,31 +100,56 @@ std::string textOf(Variant const & value, bool json)
     return json ? value.GetJSON(false) : value.IsDefined() ? value.operator std::string() : std::string();
 }
 
-void run(Options const & options)
+void change(Options const & options)
 {
-    registerObjectTypes();
-    Document document;
-    document.load(options.session);
-
-    std::unique_ptr<Watcher> watcher = options.watch ? std::make_unique<Watcher>(std::cout) : nullptr;
+    std::unique_ptr<Watcher> const watcher = options.watch ? std::make_unique<Watcher>(GetOutput()) : nullptr;
     for (std::string const & assignment : options.assignments) {
         setProperty(assignment);
     }
-    watcher.reset();
+}
 
+std::string evaluate(Options const & options, Modules const & modules)
+{
+    std::unique_ptr<Watcher> const watcher = options.watch ? std::make_unique<Watcher>(GetOutput()) : nullptr;
+    Variant const result = HostConsole::find(modules).evaluate(*options.evaluate);
+    return result.IsDefined() ? toLine(result) + "\n" : std::string();
+}
+
+void run(Options const & options)
+{
+    LogRedirection const redirection;
+    Modules const modules(options.moduleFolders, options.GetTrust());
+    ModuleGuard::SetTest([&](std::string const & filename) { return modules.IsTrusted(filename); });
+    if (options.listModules) {
+        modules.print(GetOutput());
+    }
+    registerObjectTypes();
+    Tesseralis::Get().registerObjectType(HostConsole::GetTypeName(), &HostConsole::createObject);
+    Document document(modules);
+    if (!options.session.empty()) {
+        document.load(options.session);
+    }
+
+    change(options);
+    std::string const result = options.evaluate ? evaluate(options, modules) : std::string();
     std::string const value =
-        options.get.empty() ? std::string() : textOf(PropertyPath(options.get).GetValue(), options.json) + "\n";
+        options.get ? textOf(PropertyPath(*options.get).GetValue(), options.json) + "\n" : std::string();
     if (options.list) {
-        printObjects(std::cout);
+        printObjects(GetOutput());
     }
-    std::cout << value << std::flush;
-    if (!options.save.empty()) {
-        document.save(options.save);
+    GetOutput() << result << value << std::flush;
+    if (!GetOutput()) {
+        throw Exception("The output can't be written.");
     }
+    if (options.save) {
+        document.save(*options.save);
+    }
+    ModuleGuard::SetTest(nullptr); // the objects stay to the end of the process, the folders don't
 }
 
 int main(int argc, char ** argv)
 {
+    std::signal(SIGXFSZ, SIG_IGN); // a file that gets too large is an error like others
     CLI::App application("Loads a session document, changes properties, and lists, watches and saves what is there.",
                          "tesseralis");
     Options options;
@@ -98,17 +160,20 @@ int main(int argc, char ** argv)
         if (error.get_exit_code() == 0) {
             return application.exit(error);
         }
-        std::cerr << "tesseralis: " << error.what() << " (--help tells more)\n";
+        std::cerr << "tesseralis: " << asMessage(error.what()) << " (--help tells more)\n";
         return 1;
     }
 
     try {
         run(options);
     } catch (Exception const & exception) {
-        std::cerr << "tesseralis: " << exception << "\n";
+        std::cerr << "tesseralis: " << asMessage(exception.GetMessage()) << "\n";
+        return 1;
+    } catch (std::bad_alloc const &) {
+        std::cerr << "tesseralis: There is not enough memory.\n";
         return 1;
     } catch (std::exception const & exception) {
-        std::cerr << "tesseralis: " << exception.what() << "\n";
+        std::cerr << "tesseralis: " << asMessage(exception.what()) << "\n";
         return 1;
     }
     return 0;

@@ -1,13 +1,23 @@
 #include "PropertyPath.h"
 
-#include "Text.h"
-
 #include "object/Exception.h"
 #include "object/Tesseralis.h"
 #include "value/PropertyContainer.h"
 #include "value/Variant.h"
 
 namespace tesseralis::host {
+namespace {
+bool exists(std::string const & path)
+{
+    try {
+        PropertyPath const found(path);
+        return true;
+    } catch (Exception const &) {
+        return false;
+    }
+}
+} // namespace
+
 PropertyPath::PropertyPath(std::string const & text)
 {
     for (std::size_t point = text.rfind('.'); point != std::string::npos; point = text.rfind('.', point - 1)) {
@@ -22,11 +32,10 @@ PropertyPath::PropertyPath(std::string const & text)
         }
     }
     if (m_container == nullptr) {
-        throw Exception("There is no object for '%s'.", onOneLine(text).c_str());
+        throw Exception("There is no object for '%s'.", text.c_str());
     }
     if (!m_container->HasProperty(m_name)) {
-        throw Exception("The object '%s' has no property '%s'.", onOneLine(m_container->GetObjectName()).c_str(),
-                        onOneLine(m_name).c_str());
+        throw Exception("The object '%s' has no property '%s'.", m_container->GetObjectName().c_str(), m_name.c_str());
     }
 }
 
@@ -37,15 +46,21 @@ Variant & PropertyPath::GetValue() const
 
 void setProperty(std::string const & assignment)
 {
-    std::size_t const equals = assignment.find('=');
-    if (equals == std::string::npos) {
-        throw Exception("'%s' is not of the form OBJECT.PROPERTY=TEXT.", onOneLine(assignment).c_str());
+    // Names may hold the sign as well: the first cut that leads to a property holds, else the first one of all is told.
+    std::size_t const first = assignment.find('=');
+    if (first == std::string::npos) {
+        throw Exception("'%s' is not of the form OBJECT.PROPERTY=TEXT.", assignment.c_str());
     }
+    std::size_t equals = first;
+    while (equals != std::string::npos && !exists(assignment.substr(0, equals))) {
+        equals = assignment.find('=', equals + 1);
+    }
+    equals = equals == std::string::npos ? first : equals;
 
     std::string const name = assignment.substr(0, equals);
     Variant & value = PropertyPath(name).GetValue();
     if (value.GetType() == Variant::Type::Array || value.GetType() == Variant::Type::Map) {
-        throw Exception("'%s' holds several values and can't be set by one text.", onOneLine(name).c_str());
+        throw Exception("'%s' holds several values and can't be set by one text.", name.c_str());
     }
     value = assignment.substr(equals + 1);
 }

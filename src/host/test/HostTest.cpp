@@ -141,7 +141,8 @@ TEST_F(HostProgram, NamesObjectsOfUnknownTypesAndKeepsThemInTheDocument)
     Result const result = run({pathOf("unknown.xml"), "--get", "s.a", "--save", pathOf("saved.xml")});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "1\n");
-    EXPECT_EQ(result.error, "tesseralis: warning: 'x\\x1b[31m' is skipped: its type 'nobody' is not known.\n");
+    EXPECT_EQ(result.error, "tesseralis: warning: 'x\\x1b[31m' is skipped, with links and expressions to it: its type "
+                            "'nobody' is not known.\n");
     EXPECT_NE(contentOf(pathOf("saved.xml")).find("<property name=\"p\">"), std::string::npos);
 }
 
