@@ -32,12 +32,6 @@ std::string Dispatcher::GetObjectTypeName() const
     return GetTypeName();
 }
 
-unsigned int Dispatcher::GetDispatchableCount() const
-{
-    MutexLocker locker(m_dispatchablesMutex);
-    return static_cast<unsigned int>(m_dispatchables.size());
-}
-
 bool Dispatcher::HasDispatchable(Dispatchable * dispatchable) const
 {
     MutexLocker locker(m_dispatchablesMutex);
@@ -49,6 +43,7 @@ void Dispatcher::addDispatchable(Dispatchable * dispatchable)
     MutexLocker locker(m_dispatchablesMutex);
     if (dispatchable != nullptr) {
         m_dispatchables.insert(dispatchable);
+        m_count = static_cast<unsigned int>(m_dispatchables.size());
     }
 }
 
@@ -56,6 +51,7 @@ void Dispatcher::removeDispatchable(Dispatchable * dispatchable)
 {
     MutexLocker locker(m_dispatchablesMutex);
     m_dispatchables.erase(dispatchable);
+    m_count = static_cast<unsigned int>(m_dispatchables.size());
 }
 
 void Dispatcher::dispatch(Dispatchable * dispatchable)
@@ -67,6 +63,10 @@ void Dispatcher::dispatch(Dispatchable * dispatchable)
 
 void Dispatcher::dispatch()
 {
+    // A host that pumps without pause must not keep others from adding.
+    if (m_count == 0) {
+        return;
+    }
     MutexLocker locker(m_dispatchablesMutex);
     std::vector<Dispatchable *> const pending(m_dispatchables.begin(), m_dispatchables.end());
     locker.unlock();

@@ -2,6 +2,7 @@
 
 #include "object/Object.h"
 
+#include <atomic>
 #include <set>
 #include <string>
 
@@ -25,7 +26,7 @@ public:
     static Object * createObject(std::string const & name, unsigned int attributes);
     std::string GetObjectTypeName() const override;
 
-    unsigned int GetDispatchableCount() const;
+    unsigned int GetDispatchableCount() const { return m_count; }
     bool HasDispatchable(Dispatchable * dispatchable) const;
 
     /// Has the next pass call the dispatchable. Called on any thread, under a lock that every thread takes to reach the
@@ -48,6 +49,7 @@ protected:
 
 private:
     std::set<Dispatchable *> m_dispatchables;
-    mutable Mutex m_dispatchablesMutex; // taken last of all, under any other lock
+    std::atomic<unsigned int> m_count = 0; // of the dispatchables, to be read without the lock
+    mutable Mutex m_dispatchablesMutex;    // taken last of all, under any other lock
 };
 } // namespace tesseralis
