@@ -191,6 +191,8 @@ TEST(FileMonitors, ShareAListenerAndHearOfTheirOwnFiles)
     EXPECT_EQ(one.dispatch(), "added f changed f ") << "what was queued is still told";
     EXPECT_EQ(two.dispatch(), "added f changed f added b changed b renamed to c removed f ");
     EXPECT_EQ(dispatcher.GetDispatchableCount(), 0u);
+    fs::remove(at("shared/b"));
+    fs::remove(at("shared/c"));
 }
 
 TEST(FileMonitors, FollowThePathWhenDirectoriesComeAndGo)
