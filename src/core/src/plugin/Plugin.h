@@ -48,7 +48,8 @@ public:
 ///     T * createPluginInstance(Plugin *)      the implementation, see BasicPlugin; it may throw
 ///
 /// Each function may be missing and each result may be null: the answer is then empty. What a module throws while it
-/// tells about itself makes the answer empty too. For the main thread.
+/// tells about itself makes the answer empty too. A module must not have its own plug-in uninitialised while one of its
+/// operations runs, which ends in code that is gone. For the main thread.
 class TESSERALIS_API Plugin : public Container
 {
 public:
