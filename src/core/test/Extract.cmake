@@ -1,0 +1,11 @@
+# extract(README.md cpp first.cpp): writes the text between ```cpp and ``` in a document, the first of its kind, to a file.
+function(extract document language result)
+    file(READ ${document} text)
+    string(FIND "${text}" "```${language}\n" begin)
+    string(LENGTH "```${language}\n" length)
+    math(EXPR begin "${begin} + ${length}")
+    string(SUBSTRING "${text}" ${begin} -1 text)
+    string(FIND "${text}" "```" end)
+    string(SUBSTRING "${text}" 0 ${end} text)
+    file(WRITE ${result} "${text}")
+endfunction()
