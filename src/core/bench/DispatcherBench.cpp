@@ -172,6 +172,7 @@ void processorTimeOfIdleListener(benchmark::State & state)
     Times times(state);
     FileMonitor monitor;
     monitor.addFile(place.file);
+    std::this_thread::sleep_for(std::chrono::seconds(1)); // until the thread has gone to sleep
     for (auto _ : state) {
         std::clock_t const start = std::clock();
         std::this_thread::sleep_for(std::chrono::seconds(2));

@@ -83,7 +83,7 @@ void FileMonitor::addFile(std::string const & filename)
     if (found == listeners.end()) {
         auto listener = std::make_unique<FileMonitorDirectoryListener>(directory);
         found = listeners.emplace(directory, listener.get()).first;
-        listener.release();
+        static_cast<void>(listener.release()); // for good: nothing deletes it
     }
     found->second->addFile(path, this);
 }
