@@ -146,6 +146,28 @@ TEST_F(HostProgram, NamesObjectsOfUnknownTypesAndKeepsThemInTheDocument)
     EXPECT_NE(contentOf(pathOf("saved.xml")).find("<property name=\"p\">"), std::string::npos);
 }
 
+TEST_F(HostProgram, EvaluatesWithModulesOfItsFoldersOnly)
+{
+    EXPECT_EQ(run({"--evaluate", "return 6 * 7"}).out, "42\n");
+    EXPECT_EQ(run({"--list-modules"}).out.find("Host 'Lua' "), 0u);
+    std::string const linked = std::string(DATA) + "/linked.xml";
+    EXPECT_EQ(run({linked, "--set", "view.Slab thickness=2", "--get", "scan.Depth", "--save", pathOf("saved.xml")}).out,
+              "320\n");
+    EXPECT_EQ(run({pathOf("saved.xml"), "--set", "scan.Slices=10", "--get", "scan.Depth"}).out, "20\n");
+    EXPECT_EQ(run({linked, "--no-modules", "--set", "scan.Slices=10", "--get", "scan.Depth"}).out, "200\n");
+
+    std::filesystem::copy_file(LUA_MODULE, pathOf("libplugin_elsewhere.so"));
+    std::string document = contentOf(linked);
+    document.replace(document.find("libplugin_lua.so"), 16, pathOf("libplugin_elsewhere.so"));
+    write(pathOf("elsewhere.xml"), document);
+    Result const untrusted = run({pathOf("elsewhere.xml"), "--set", "scan.Slices=10", "--get", "scan.Depth"});
+    EXPECT_EQ(untrusted.out, "200\n");
+    EXPECT_NE(untrusted.error.find("is not loaded, since it isn't in a module folder (--trust allows it)."),
+              std::string::npos);
+    EXPECT_EQ(run({pathOf("elsewhere.xml"), "--trust", "--set", "scan.Slices=10", "--get", "scan.Depth"}).out,
+              "12.5\n");
+}
+
 TEST_F(HostProgram, HelpAndVersionAreNoErrors)
 {
     EXPECT_EQ(run({"--version"}).out, "tesseralis 0.8.0-3801 (20121004)\n");
