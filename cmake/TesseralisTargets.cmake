@@ -2,7 +2,9 @@
 
 find_program(TESSERALIS_CCACHE ccache)
 if(TESSERALIS_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${TESSERALIS_CCACHE})
+    # What one clone compiled serves the next one, in whatever folder that lies.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=true
+                                    ${TESSERALIS_CCACHE})
 endif()
 
 add_library(tesseralis_options INTERFACE)
