@@ -1,66 +1,10 @@
-#include "support/TemporaryDirectory.h"
+#include "HostProgram.h"
 
-#include <gtest/gtest.h>
-
-#include <sys/wait.h>
-
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 using namespace tesseralis::test;
-
-namespace {
-std::string contentOf(std::filesystem::path const & path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-void write(std::filesystem::path const & path, std::string const & text)
-{
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string quoted(std::string const & word)
-{
-    std::string result = "'";
-    for (char const character : word) {
-        result += character == '\'' ? "'\\''" : std::string(1, character);
-    }
-    return result + "'";
-}
-
-class HostProgram : public testing::Test
-{
-protected:
-    struct Result
-    {
-        int status;
-        std::string out;
-        std::string error;
-    };
-
-    std::string pathOf(std::string const & name) const { return directory.GetPath(name); }
-
-    Result run(std::vector<std::string> const & arguments) const
-    {
-        std::string command = quoted(HOST);
-        for (std::string const & argument : arguments) {
-            command += " " + quoted(argument);
-        }
-        command += " >" + quoted(pathOf("out")) + " 2>" + quoted(pathOf("error"));
-        int const status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(pathOf("out")), contentOf(pathOf("error"))};
-    }
-
-    TemporaryDirectory directory;
-    std::string const session = std::string(DATA) + "/session.xml";
-};
-} // namespace
 
 TEST_F(HostProgram, ChangesAValueSavesItAndFindsItAgain)
 {
