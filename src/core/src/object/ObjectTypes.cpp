@@ -10,6 +10,8 @@
 #include "plugin/InteractorPlugin.h"
 #include "plugin/RendererPlugin.h"
 #include "plugin/Session.h"
+#include "view/Viewer.h"
+#include "view/Viewport.h"
 
 namespace tesseralis {
 void registerObjectTypes()
@@ -28,5 +30,7 @@ void registerObjectTypes()
     registry.registerObjectType<PluginContainer>();
     registry.registerObjectType<RendererPlugin>();
     registry.registerObjectType<Session>();
+    registry.registerObjectType<Viewer>();
+    registry.registerObjectType<Viewport>();
 }
 } // namespace tesseralis

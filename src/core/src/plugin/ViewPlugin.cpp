@@ -4,6 +4,7 @@
 #include "plugin/Interactor.h"
 #include "plugin/Renderer.h"
 #include "value/Variant.h"
+#include "view/Viewer.h"
 
 namespace tesseralis {
 template <class T>
@@ -58,6 +59,50 @@ template <class T>
 std::string ViewPlugin<T>::GetCursorRole(unsigned int cursor) const
 {
     return this->forward("GetCursorRole", [&](T const & instance) { return instance.GetCursorRole(cursor); });
+}
+
+template <class T>
+void ViewPlugin<T>::update(unsigned int flags)
+{
+    if (auto * const viewer = dynamic_cast<Viewer *>(this->GetContainer())) {
+        viewer->update(this, flags);
+    }
+}
+
+template <class T>
+void ViewPlugin<T>::update()
+{
+    update(Viewer::c_fullUpdate);
+}
+
+template <class T>
+void ViewPlugin<T>::requestCursorShape(CursorShape shape)
+{
+    if (auto * const viewer = dynamic_cast<Viewer *>(this->GetContainer())) {
+        viewer->requestCursorShape(shape);
+    }
+}
+
+template <class T>
+void ViewPlugin<T>::restoreCursorShape()
+{
+    if (auto * const viewer = dynamic_cast<Viewer *>(this->GetContainer())) {
+        viewer->restoreCursorShape();
+    }
+}
+
+template <class T>
+bool ViewPlugin<T>::IsEnabled() const
+{
+    if (m_enabled == nullptr || m_layout != this->GetPropertyLayout()) {
+        m_enabled = this->HasProperty("Enabled") ? &this->GetProperty("Enabled") : nullptr;
+        m_layout = this->GetPropertyLayout();
+    }
+    if (m_enabled == nullptr) {
+        return false;
+    }
+    bool const isBoolean = m_enabled->GetType() == Variant::Type::Boolean;
+    return isBoolean ? static_cast<bool>(*m_enabled) : Variant(true) == *m_enabled;
 }
 
 template class ViewPlugin<Compositor>;

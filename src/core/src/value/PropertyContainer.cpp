@@ -180,6 +180,7 @@ void PropertyContainer::addProperty(std::string const & givenName, Variant const
     added.GetValue().addObserver(&m_observer);
     m_byName.emplace(added.GetName(), position);
     m_byValue.emplace(&added.GetValue(), position);
+    ++m_layout;
     endModification();
 }
 
@@ -200,6 +201,7 @@ void PropertyContainer::removeProperty(std::string const & givenName)
     m_byName.erase(found);
     m_byValue.erase(&property.GetValue());
     m_properties.erase(position);
+    ++m_layout;
 }
 
 void PropertyContainer::renameProperty(std::string const & currentName, std::string const & previousName)
@@ -215,6 +217,7 @@ void PropertyContainer::renameProperty(std::string const & currentName, std::str
     m_byName.erase(found);
     (*position)->SetName(currentName);
     m_byName.emplace((*position)->GetName(), position);
+    ++m_layout;
     endModification();
 }
 

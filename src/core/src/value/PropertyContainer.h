@@ -165,6 +165,10 @@ protected:
 
     void propertyModified(Variant const & value, ObservableEvent const & event);
 
+    /// Changes whenever a property comes, goes or gets another name. While it is the same, what was found by name is
+    /// still right: for those who read a property very often.
+    unsigned int GetPropertyLayout() const { return m_layout; }
+
 private:
     friend class PropertyContainerIterator;
 
@@ -180,6 +184,7 @@ private:
     PropertyList m_properties;                                             // oldest first
     std::unordered_map<std::string_view, PropertyList::iterator> m_byName; // the keys are the names in the properties
     std::unordered_map<Variant const *, PropertyList::iterator> m_byValue;
+    unsigned int m_layout = 0; // counts, modulo 2^32
 };
 
 /// Walks the properties of a container in the order of their creation. Takes no lock; the container must not change

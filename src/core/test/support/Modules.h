@@ -1,9 +1,8 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include "support/Output.h"
 
 #include <fstream>
-#include <iostream>
 #include <string>
 
 namespace tesseralis::test {
@@ -23,18 +22,5 @@ inline bool isMapped(std::string const & filename)
         }
     }
     return false;
-}
-
-/// What a callable writes to standard output, and to standard error.
-template <class Callable>
-std::pair<std::string, std::string> outputOf(Callable && callable)
-{
-    std::cout.flush();
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    callable();
-    std::cout.flush();
-    std::string const output = testing::internal::GetCapturedStdout();
-    return {output, testing::internal::GetCapturedStderr()};
 }
 } // namespace tesseralis::test
