@@ -1,14 +1,7 @@
-#include "math/Box.h"
-
-#include "math/Matrix.h"
 #include "math/Plane.h"
-#include "math/Quaternion.h"
-
-#include <gtest/gtest.h>
+#include "support/Values.h"
 
 #include <numbers>
-
-using namespace tesseralis;
 
 namespace {
 Box const c_box(Vector(1, 2, 3), Vector(4, 6, 8));

@@ -1,10 +1,5 @@
 #include "math/Color.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-
-using namespace tesseralis;
+#include "support/Testing.h"
 
 TEST(Color, ClampsAndTruncates)
 {

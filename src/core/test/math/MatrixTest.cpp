@@ -1,11 +1,4 @@
-#include "math/Matrix.h"
-#include "math/Quaternion.h"
-
-#include <gtest/gtest.h>
-
-#include <random>
-
-using namespace tesseralis;
+#include "support/Values.h"
 
 namespace {
 Matrix const c_counting(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16);

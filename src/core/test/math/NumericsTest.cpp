@@ -1,15 +1,7 @@
 #include "math/EigenSolver.h"
 #include "math/Gaussian.h"
 #include "math/Vector.h"
-#include "object/Exception.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <random>
-
-using namespace tesseralis;
+#include "support/Testing.h"
 
 namespace {
 /// A symmetric matrix of uniform values; one with a stride falls apart into independent parts.

@@ -1,13 +1,6 @@
-#include "math/Quaternion.h"
-
-#include "math/Matrix.h"
-
-#include <gtest/gtest.h>
+#include "support/Values.h"
 
 #include <numbers>
-#include <random>
-
-using namespace tesseralis;
 
 namespace {
 Quaternion const c_identity(Vector(0, 0, 0), 1.0f);

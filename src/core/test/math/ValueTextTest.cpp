@@ -1,16 +1,7 @@
-#include "math/Box.h"
-#include "math/Color.h"
-#include "math/Matrix.h"
-#include "math/Quaternion.h"
+#include "support/Values.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <iomanip>
-#include <sstream>
 #include <type_traits>
-
-using namespace tesseralis;
 
 namespace {
 /// Writes a value and reads it back, as it is and with white space round its signs. Then reads wrong texts, which must

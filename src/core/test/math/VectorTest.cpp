@@ -1,10 +1,5 @@
 #include "math/Vector.h"
-
-#include <gtest/gtest.h>
-
-#include <limits>
-
-using namespace tesseralis;
+#include "support/Testing.h"
 
 TEST(Vector, NormalisationAndInverseLeaveZerosAlone)
 {

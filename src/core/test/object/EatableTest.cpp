@@ -1,11 +1,5 @@
 #include "object/eatable.h"
-#include "object/Exception.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
-
-using namespace tesseralis;
+#include "support/Testing.h"
 
 TEST(Eatable, TakesItsLiteralWithTheWhiteSpaceRoundIt)
 {

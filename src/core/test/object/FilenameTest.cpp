@@ -2,16 +2,12 @@
 #include "object/Path.h"
 #include "object/Text.h"
 #include "support/TemporaryDirectory.h"
-
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 #include <array>
 #include <filesystem>
 #include <fstream>
 #include <set>
-#include <sstream>
-
-using namespace tesseralis;
 
 using PathCase = std::array<char const *, 5>; // the path, its drive, directory, name and extension
 

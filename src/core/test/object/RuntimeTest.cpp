@@ -1,12 +1,10 @@
-#include "object/Exception.h"
 #include "object/Filename.h"
 #include "object/Library.h"
 #include "object/Logger.h"
 #include "object/Mutex.h"
 #include "object/Timer.h"
 #include "support/TemporaryDirectory.h"
-
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 #include <filesystem>
 #include <future>
@@ -16,9 +14,6 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-using namespace tesseralis;
-using namespace tesseralis::test;
 
 namespace {
 // What a callable writes where standard output is a terminal.

@@ -1,11 +1,7 @@
 #include "object/Version.h"
-
-#include <gtest/gtest.h>
+#include "support/Testing.h"
 
 #include <locale>
-#include <sstream>
-
-using namespace tesseralis;
 
 TEST(VersionText, PrintsAndParsesBackWithEveryCombinationOfFlags)
 {

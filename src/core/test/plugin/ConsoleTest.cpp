@@ -3,11 +3,6 @@
 #include "support/Modules.h"
 #include "value/Variant.h"
 
-#include <vector>
-
-using namespace tesseralis;
-using namespace tesseralis::test;
-
 namespace {
 class FrontEnd : public Console
 {

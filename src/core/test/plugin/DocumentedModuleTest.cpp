@@ -1,18 +1,13 @@
 // Uses the module that docs/plugins.md shows: the one built in this tree, or another build of it that the environment
 // names.
 
-#include "object/Tesseralis.h"
 #include "plugin/Environment.h"
 #include "plugin/InteractorPlugin.h"
+#include "support/Modules.h"
 #include "value/Variant.h"
 #include "view/Controller.h"
 
-#include "support/Modules.h"
-
 #include <cstdlib>
-
-using namespace tesseralis;
-using namespace tesseralis::test;
 
 TEST(DocumentedModule, StepsUntilTheLastSlice)
 {
@@ -34,7 +29,8 @@ TEST(DocumentedModule, StepsUntilTheLastSlice)
     EXPECT_EQ(plugin->GetProperty("Slice"), Variant(1));
 
     plugin->GetProperty("Slice") = 99;
-    EXPECT_NE(outputOf([&] { EXPECT_FALSE(plugin->button(controller)); }).first.find("value of 100"), std::string::npos);
+    EXPECT_NE(outputOf([&] { EXPECT_FALSE(plugin->button(controller)); }).first.find("value of 100"),
+              std::string::npos);
     plugin->suspend();
     EXPECT_FALSE(isMapped(file));
     plugin->resume();

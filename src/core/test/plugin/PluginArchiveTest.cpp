@@ -1,12 +1,8 @@
-#include "object/Tesseralis.h"
 #include "plugin/Environment.h"
 #include "plugin/RendererPlugin.h"
 #include "support/Modules.h"
 #include "value/Archive.h"
 #include "value/Variant.h"
-
-using namespace tesseralis;
-using namespace tesseralis::test;
 
 namespace {
 class PluginArchive : public testing::Test

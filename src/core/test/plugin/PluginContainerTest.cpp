@@ -1,15 +1,7 @@
 #include "plugin/EditorPlugin.h"
 #include "plugin/RendererPlugin.h"
-#include "support/Messages.h"
 #include "support/Modules.h"
-#include "support/Recorder.h"
 #include "value/Variant.h"
-
-#include <memory>
-#include <vector>
-
-using namespace tesseralis;
-using namespace tesseralis::test;
 
 namespace {
 template <class P>

@@ -1,4 +1,3 @@
-#include "object/Tesseralis.h"
 #include "object/Version.h"
 #include "plugin/ModuleGuard.h"
 #include "plugin/RendererPlugin.h"
@@ -7,11 +6,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <memory>
-#include <vector>
-
-using namespace tesseralis;
-using namespace tesseralis::test;
 
 namespace {
 using Texts = std::vector<std::string>;

@@ -6,15 +6,8 @@
 #include "plugin/InteractorPlugin.h"
 #include "plugin/RendererPlugin.h"
 #include "support/Modules.h"
-#include "support/Recorder.h"
 #include "value/Variant.h"
 #include "view/Controller.h"
-
-#include <functional>
-#include <vector>
-
-using namespace tesseralis;
-using namespace tesseralis::test;
 
 namespace {
 Controller const s_controller;

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "support/Output.h"
+#include "support/Testing.h"
 
 #include <fstream>
-#include <string>
 
 namespace tesseralis::test {
 /// The file of one of the modules in plugin/modules.
@@ -16,11 +15,8 @@ inline std::string moduleFile(std::string const & name)
 inline bool isMapped(std::string const & filename)
 {
     std::ifstream maps("/proc/self/maps");
-    for (std::string line; std::getline(maps, line);) {
-        if (line.find(filename) != std::string::npos) {
-            return true;
-        }
-    }
-    return false;
+    std::stringstream text;
+    text << maps.rdbuf();
+    return text.str().find(filename) != std::string::npos;
 }
 } // namespace tesseralis::test

@@ -19,4 +19,11 @@ std::pair<std::string, std::string> outputOf(Callable && callable)
     std::string const output = testing::internal::GetCapturedStdout();
     return {output, testing::internal::GetCapturedStderr()};
 }
+
+/// What a callable writes to the log.
+template <class Callable>
+std::string logOf(Callable && callable)
+{
+    return outputOf(callable).first;
+}
 } // namespace tesseralis::test

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "math/Box.h"
+#include "math/Color.h"
+#include "math/Matrix.h"
+#include "math/Quaternion.h"
+#include "math/Vector.h"
+#include "support/Testing.h"
 #include "value/Variant.h"
-
-#include <string>
-#include <vector>
 
 namespace tesseralis::test {
 inline Variant appended(Variant compound, std::vector<Variant> const & elements)

@@ -1,19 +1,8 @@
 #include "math/Vector.h"
-#include "object/Exception.h"
 #include "plugin/Host.h"
-#include "support/Recorder.h"
+#include "support/Testing.h"
 #include "value/PropertyContainer.h"
 #include "value/Variant.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <limits>
-#include <memory>
-#include <string>
-
-using namespace tesseralis;
-using namespace tesseralis::test;
 
 namespace {
 /// A host that can be observed, whose language is a function.
@@ -42,11 +31,10 @@ int toInt(Variant const & value)
     return value;
 }
 
-std::string logOf(std::function<void()> const & action)
+void link(PropertyContainer & container, std::string const & name, PropertyContainer & target,
+          std::string const & targetName)
 {
-    testing::internal::CaptureStdout();
-    action();
-    return testing::internal::GetCapturedStdout();
+    container.SetPropertyLink(name, PropertyContainerLink(&target, targetName));
 }
 
 class PropertyLinks : public testing::Test
@@ -64,7 +52,7 @@ TEST_F(PropertyLinks, TheTargetsValueWinsAndChangesGoBothWays)
 {
     a.addProperty("x", 1);
     b.addProperty("y", 2);
-    a.SetPropertyLink("x", PropertyContainerLink(&b, "y"));
+    link(a, "x", b, "y");
     EXPECT_EQ(toInt(a.GetProperty("x")), 2);
     a.GetProperty("x") = 3;
     EXPECT_EQ(toInt(b.GetProperty("y")), 3);
@@ -76,12 +64,12 @@ TEST_F(PropertyLinks, TheTargetsValueWinsAndChangesGoBothWays)
     b.renameProperty("z", "y");
     EXPECT_EQ(a.GetPropertyLink("x").GetPropertyName(), "z");
     Recorder recorder(a);
-    a.SetPropertyLink("x", PropertyContainerLink(&c, "new"));
+    link(a, "x", c, "new");
     EXPECT_EQ(recorder.GetCountOf<PropertyContainerChangeEvent>(), 2u) << "the old link goes with an event of its own";
     EXPECT_EQ(toInt(c.GetProperty("new")), 4);
     b.GetProperty("z") = 9;
     EXPECT_EQ(toInt(a.GetProperty("x")), 4);
-    a.SetPropertyLink("missing", PropertyContainerLink(&b, "missing"));
+    link(a, "missing", b, "missing");
     EXPECT_FALSE(a.GetProperty("missing").IsDefined());
     EXPECT_TRUE(a.HasPropertyLink("missing"));
 }
@@ -89,43 +77,43 @@ TEST_F(PropertyLinks, TheTargetsValueWinsAndChangesGoBothWays)
 TEST_F(PropertyLinks, ChainsAndRingsOfMixedTypesComeToRest)
 {
     a.addProperty("text", "1");
-    a.SetPropertyLink("text", PropertyContainerLink(&a, "text"));
+    link(a, "text", a, "text");
     EXPECT_FALSE(a.HasPropertyLink("text"));
     b.addProperty("number", Variant::TypeFloat(1.0f));
     c.addProperty("limited", Variant::TypeInteger(1, 0, 10));
-    a.SetPropertyLink("text", PropertyContainerLink(&b, "number"));
-    b.SetPropertyLink("number", PropertyContainerLink(&c, "limited"));
-    c.SetPropertyLink("limited", PropertyContainerLink(&a, "text"));
+    link(a, "text", b, "number");
+    link(b, "number", c, "limited");
+    link(c, "limited", a, "text");
 
     a.GetProperty("text") = "7.0";
     EXPECT_EQ(toInt(c.GetProperty("limited")), 7);
     EXPECT_EQ(a.GetProperty("text").operator std::string(), "7");
     EXPECT_EQ(a.GetPropertyDescription("text"), "");
 
-    std::string const log = logOf([&] { b.GetProperty("number") = 20.0f; });
+    EXPECT_EQ(logOf([&] { b.GetProperty("number") = 20.0f; }),
+              "[a] Unable to assign value of a.text to c.limited: \n"
+              "Unable to assign an integer value of 20 to this variant!\n\n"
+              "[b] Unable to assign value of b.number to c.limited: \n"
+              "Unable to assign an integer value of 20 to this variant!\n\n");
     EXPECT_EQ(toInt(c.GetProperty("limited")), 7);
-    EXPECT_EQ(a.GetProperty("text").operator std::string(), "20") << "the other peer still gets the value";
-    EXPECT_NE(log.find("[b] Unable to assign value of b.number to c.limited: \n"
-                       "Unable to assign an integer value of 20 to this variant!\n\n"),
-              std::string::npos)
-        << log;
+    EXPECT_EQ(a.GetProperty("text"), Variant("20")) << "the other peer still gets the value";
 
     Vector const notANumber(std::numeric_limits<float>::quiet_NaN(), 0, 0);
     a.addProperty("v", Vector());
-    a.SetPropertyLink("v", PropertyContainerLink(&b, "v"));
+    link(a, "v", b, "v");
     a.GetProperty("v") = notANumber;
     EXPECT_FALSE(b.GetProperty("v") == b.GetProperty("v"));
 
     a.GetProperty("list")[0] = 1;
     b.addProperty("list", Variant::TypeMap());
     Recorder recorder(b);
-    a.SetPropertyLink("list", PropertyContainerLink(&b, "list"));
+    link(a, "list", b, "list");
     b.GetProperty("list")["0"] = 2;
     EXPECT_EQ(toInt(a.GetProperty("list")[0]), 2);
     EXPECT_LT(recorder.GetCount(), 50u);
     for (int i = 0; i < 4; ++i) {
         c.addProperty("map" + std::to_string(i), Variant::TypeMap());
-        c.SetPropertyLink("map" + std::to_string(i), PropertyContainerLink(&a, "list"));
+        link(c, "map" + std::to_string(i), a, "list");
     }
     a.GetProperty("list")[0] = 3;
     EXPECT_EQ(toInt(c.GetProperty("map3")["0"]), 3);
@@ -133,12 +121,8 @@ TEST_F(PropertyLinks, ChainsAndRingsOfMixedTypesComeToRest)
 
 TEST_F(PropertyLinks, AnEndlessChainEndsInTheLogAndNotInTheStack)
 {
-    constexpr int c_links = 20000;
-    for (int i = 0; i <= c_links; ++i) {
-        a.addProperty(std::to_string(i), 0);
-    }
-    for (int i = 0; i < c_links; ++i) {
-        a.SetPropertyLink(std::to_string(i), PropertyContainerLink(&a, std::to_string(i + 1)));
+    for (int i = 0; i < 20000; ++i) {
+        link(a, std::to_string(i), a, std::to_string(i + 1));
     }
     EXPECT_NE(logOf([&] { a.GetProperty("0") = 1; }).find("chain of links"), std::string::npos);
     EXPECT_EQ(toInt(a.GetProperty("500")), 1);
@@ -148,22 +132,18 @@ TEST_F(PropertyLinks, ALinkThatCannotBeginIsLoggedAndNotMade)
 {
     a.addProperty("x", Variant::TypeInteger(0, 0, 1));
     b.addProperty("y", 5);
-    std::string const log = logOf([&] { a.SetPropertyLink("x", PropertyContainerLink(&b, "y")); });
-    EXPECT_NE(
-        log.find("[a] Unable to link 'a.x' to 'b.y: \nUnable to assign an integer value of 5 to this variant!\n\n"),
-        std::string::npos)
-        << log;
+    EXPECT_EQ(logOf([&] { link(a, "x", b, "y"); }),
+              "[a] Unable to link 'a.x' to 'b.y: \nUnable to assign an integer value of 5 to this variant!\n\n");
     EXPECT_FALSE(a.HasPropertyLink("x"));
 }
 
 TEST_F(PropertyLinks, DescriptionsFollowTheLinksAndDyingPropertiesLeaveNone)
 {
     auto d = std::make_unique<PropertyContainer>("d", 0u);
-    a.SetPropertyLink("x", PropertyContainerLink(&b, "x"));
-    b.SetPropertyLink("x", PropertyContainerLink(d.get(), "x"));
+    link(a, "x", b, "x");
+    link(b, "x", *d, "x");
     d->SetPropertyDescription("x", "from d");
     EXPECT_EQ(a.GetPropertyDescription("x"), "from d");
-    EXPECT_TRUE(a.HasPropertyDescription("x"));
     d.reset();
     EXPECT_FALSE(b.HasPropertyLink("x"));
     b.removeProperty("x");
@@ -211,8 +191,7 @@ TEST_F(PropertyExpressions, AFailureIsLoggedOnceAndADeadHostIsForgotten)
         a.GetProperty("x") = 2;
         host.reset();
     });
-    EXPECT_NE(log.find("[b] Unable to assign value of expression to b.y: \nno such thing\n\n"), std::string::npos);
-    EXPECT_EQ(log.find("no such thing"), log.rfind("no such thing"));
+    EXPECT_EQ(log, "[b] Unable to assign value of expression to b.y: \nno such thing\n\n");
     EXPECT_FALSE(b.GetPropertyExpression("y").IsValid());
     EXPECT_EQ(toInt(b.GetProperty("y")), 7);
 }

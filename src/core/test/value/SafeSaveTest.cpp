@@ -1,28 +1,19 @@
-#include "value/Serializer.h"
-
-#include "support/Messages.h"
 #include "support/TemporaryDirectory.h"
+#include "support/Testing.h"
 #include "value/Archive.h"
-
-#include <gtest/gtest.h>
+#include "value/Serializer.h"
 
 #include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <functional>
 #include <iterator>
-#include <random>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-using namespace tesseralis;
-using namespace tesseralis::test;
 namespace fs = std::filesystem;
 
 namespace {

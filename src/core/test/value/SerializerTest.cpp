@@ -1,33 +1,15 @@
 #include "value/Serializer.h"
-
-#include "support/Messages.h"
 #include "support/TemporaryDirectory.h"
+#include "support/Testing.h"
 #include "value/Archive.h"
 #include "value/MemorySerializer.h"
 
-#include <gtest/gtest.h>
-
 #include <fstream>
-#include <random>
-#include <string>
-#include <utility>
-#include <vector>
 
-using namespace tesseralis;
-using namespace tesseralis::test;
 using namespace std::string_literals;
 
 namespace {
 using Table = std::vector<std::pair<std::string, std::string>>;
-
-std::string repeat(std::string const & text, std::size_t count)
-{
-    std::string result;
-    for (std::size_t i = 0; i < count; ++i) {
-        result += text;
-    }
-    return result;
-}
 
 std::string attributes(int count)
 {

@@ -1,22 +1,7 @@
-#include "math/Box.h"
-#include "math/Color.h"
-#include "math/Matrix.h"
-#include "math/Quaternion.h"
-#include "math/Vector.h"
-#include "support/Messages.h"
-#include "support/Recorder.h"
 #include "support/Values.h"
-#include "value/Variant.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
+#include <bit>
 #include <locale>
-#include <random>
-#include <sstream>
-
-using namespace tesseralis;
-using namespace tesseralis::test;
 
 namespace {
 std::string const c_vector = "(1;2;3)";
@@ -64,9 +49,8 @@ std::string expand(std::string const & cell, bool given, std::string const & typ
 /// Everything that there is to know about a variant.
 std::string describe(Variant const & variant)
 {
-    std::string text;
-    std::string const message = messageOf([&] { text = variant.GetJSON(false); });
-    return text + message + std::to_string(variant.GetSize());
+    std::string text = std::to_string(variant.GetSize());
+    return text + messageOf([&] { text += variant.GetJSON(false); }) + text;
 }
 } // namespace
 
@@ -109,18 +93,17 @@ TEST(VariantConversion, GivesWhatTheTypeAndTheValueAllow)
         Variant const & source = row.source;
         std::string const text = source;
         SCOPED_TRACE(source.GetTypeName() + " " + text);
-        std::string const results[] = {text,
-                                       read<bool>(source),
-                                       read<int>(source),
-                                       read<float>(source),
-                                       read<Vector>(source),
-                                       read<Quaternion>(source),
-                                       read<Box>(source),
-                                       read<Matrix>(source),
-                                       read<Color>(source)};
-        char const * const types[] = {"", "bool", "int", "int", "vector", "quaternion", "box", "matrix", "color"};
-        for (int i = 0; i < 9; ++i) {
-            EXPECT_EQ(results[i], expand(row.cells[i], true, types[i], text));
+        std::pair<std::string, char const *> const results[] = {{text, ""},
+                                                                {read<bool>(source), "bool"},
+                                                                {read<int>(source), "int"},
+                                                                {read<float>(source), "int"},
+                                                                {read<Vector>(source), "vector"},
+                                                                {read<Quaternion>(source), "quaternion"},
+                                                                {read<Box>(source), "box"},
+                                                                {read<Matrix>(source), "matrix"},
+                                                                {read<Color>(source), "color"}};
+        for (std::size_t i = 0; i < std::size(results); ++i) {
+            EXPECT_EQ(results[i].first, expand(row.cells[i], true, results[i].second, text));
         }
     }
 }
@@ -133,9 +116,9 @@ TEST(VariantConversion, TakesWhatTheTypeAndTheLimitsAllow)
         std::string cells[13];
     };
     auto const noClass = [](char const * type) { return expand("-", true, type, ""); };
-    std::string const noInt5 = "Unable to assign an integer value of 5 to this variant!";
-    std::string const noFloat = "Unable to assign a float value of '1.500000' to this variant!";
-    std::string const noFloat5 = "Unable to assign a float value of '5.000000' to this variant!";
+    std::string const noInt5 = notAssigned("an integer value of 5");
+    std::string const noFloat = notAssigned("a float value of '1.500000'");
+    std::string const noFloat5 = notAssigned("a float value of '5.000000'");
     Row const rows[] = {
         // "1", "abc", "5", true, 1, 5, 1.0, 1.5, and a value of each class
         {"x", {"1", "abc", "5", "true", "1", "5", "1", "1.5", c_vector, c_quaternion, c_box, c_matrix, c_color}},
@@ -159,23 +142,21 @@ TEST(VariantConversion, TakesWhatTheTypeAndTheLimitsAllow)
     for (Row const & row : rows) {
         Variant const & target = row.target;
         SCOPED_TRACE(target.GetTypeName());
-        std::string const results[] = {write(target, std::string("1")),
-                                       write(target, std::string("abc")),
-                                       write(target, std::string("5")),
-                                       write(target, true),
-                                       write(target, 1),
-                                       write(target, 5),
-                                       write(target, 1.0f),
-                                       write(target, 1.5f),
-                                       write(target, s_vector),
-                                       write(target, s_quaternion),
-                                       write(target, s_box),
-                                       write(target, s_matrix),
-                                       write(target, s_color)};
-        char const * const types[] = {"1",   "abc",    "5",          "bool", "int",    "int",  "int",
-                                      "int", "vector", "quaternion", "box",  "matrix", "color"};
-        for (int i = 0; i < 13; ++i) {
-            EXPECT_EQ(results[i], expand(row.cells[i], false, types[i], types[i]));
+        std::pair<std::string, char const *> const results[] = {{write(target, std::string("1")), "1"},
+                                                                {write(target, std::string("abc")), "abc"},
+                                                                {write(target, std::string("5")), "5"},
+                                                                {write(target, true), "bool"},
+                                                                {write(target, 1), "int"},
+                                                                {write(target, 5), "int"},
+                                                                {write(target, 1.0f), "int"},
+                                                                {write(target, 1.5f), "int"},
+                                                                {write(target, s_vector), "vector"},
+                                                                {write(target, s_quaternion), "quaternion"},
+                                                                {write(target, s_box), "box"},
+                                                                {write(target, s_matrix), "matrix"},
+                                                                {write(target, s_color), "color"}};
+        for (std::size_t i = 0; i < std::size(results); ++i) {
+            EXPECT_EQ(results[i].first, expand(row.cells[i], false, results[i].second, results[i].second));
         }
     }
 }
@@ -188,7 +169,6 @@ TEST(VariantConversion, FailsWithoutATraceAndIsToldBeforehandForAllPairs)
         {"_type":"option"}, {"_type":"option","_value":[1,[1,2]]}, {"_type":"option","_value":[2,["abc",2]]}, [1,2],
         ["x",{"_type":"integer","_maximum":1},"z"],
         {"_type":"filename","_filter":"*.txt","_value":"a;b"}])~");
-    unsigned int failures = 0;
     for (unsigned int i = 0; i < samples.GetSize(); ++i) {
         Variant const & original = samples.GetElement(i);
         for (unsigned int j = 0; j < samples.GetSize(); ++j) {
@@ -204,7 +184,6 @@ TEST(VariantConversion, FailsWithoutATraceAndIsToldBeforehandForAllPairs)
             EXPECT_EQ(recorder.GetCount(), assigned && source.IsDefined() && original != source ? 1u : 0u);
             if (!assigned) {
                 EXPECT_EQ(describe(target), describe(original));
-                ++failures;
             }
             // No bracket is open, and no event of the failed one is left.
             recorder.clear();
@@ -217,28 +196,23 @@ TEST(VariantConversion, FailsWithoutATraceAndIsToldBeforehandForAllPairs)
                       messageOf([&] { original.GetConverted(Variant::Type(type)); }) == "nothing was thrown");
         }
     }
-    EXPECT_GT(failures, 100u);
 }
 
 TEST(VariantText, IsThatOfStreams)
 {
     std::mt19937 random(1);
-    auto const expectSame = [&](std::string const & text) {
-        std::istringstream integers(text);
-        std::istringstream floats(text);
-        int integer = 0;
-        float number = 0;
-        bool const isInteger = (integers >> std::ws >> integer) && (integers >> std::ws).eof();
-        bool const isFloat = (floats >> std::ws >> number) && (floats >> std::ws).eof();
+    auto const expectSameAs = [](std::string const & text, auto expected) {
+        std::istringstream stream(text);
+        bool const isOne = (stream >> std::ws >> expected) && (stream >> std::ws).eof();
         Variant const variant = text;
-        ASSERT_EQ(variant.IsConvertable(Variant::Type::Integer), isInteger) << text;
-        ASSERT_EQ(variant.IsConvertable(Variant::Type::Float), isFloat) << text;
-        if (isInteger) {
-            ASSERT_EQ(variant.operator int(), integer) << text;
+        ASSERT_EQ(variant.IsConvertable(Variant(expected).GetType()), isOne) << text;
+        if (isOne) {
+            ASSERT_EQ(static_cast<decltype(expected)>(variant), expected) << text;
         }
-        if (isFloat) {
-            ASSERT_EQ(variant.operator float(), number) << text;
-        }
+    };
+    auto const expectSame = [&](std::string const & text) {
+        expectSameAs(text, 0);
+        expectSameAs(text, 0.0f);
     };
     std::istringstream texts(
         "+ - +5 -0 007 +-5 5x 2147483647 2147483648 -2147483648 -2147483649 1. .5 . -.5 1e 1e+ 1e5 "
@@ -259,13 +233,12 @@ TEST(VariantText, IsThatOfStreams)
         }
         expectSame(text);
 
-        std::uint32_t const bits = static_cast<std::uint32_t>(random());
-        float number;
-        std::memcpy(&number, &bits, sizeof(number));
+        int const bits = static_cast<int>(random());
+        float const number = std::bit_cast<float>(bits);
         std::ostringstream stream;
         stream << number;
         ASSERT_EQ(Variant(number).operator std::string(), stream.str());
-        ASSERT_EQ(Variant(static_cast<int>(bits)).operator std::string(), std::to_string(static_cast<int>(bits)));
+        ASSERT_EQ(Variant(bits).operator std::string(), std::to_string(bits));
         expectSame(stream.str());
     }
 }

@@ -1,10 +1,5 @@
 #include "view/Controller.h"
-
-#include <gtest/gtest.h>
-
-#include <limits>
-
-using namespace tesseralis;
+#include "support/Testing.h"
 
 TEST(ControllerBanks, KeepWhatIsWrittenToEachIndexAndNothingBeyond)
 {
