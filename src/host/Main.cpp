@@ -1,5 +1,7 @@
 #include "Document.h"
+#include "Frame.h"
 #include "HostConsole.h"
+#include "HostViewer.h"
 #include "Listing.h"
 #include "Modules.h"
 #include "Output.h"
@@ -34,6 +36,7 @@ struct Options
     std::optional<std::string> save;
     std::vector<std::string> moduleFolders;
     std::optional<std::string> evaluate;
+    FrameOptions frame;
     bool list = false;
     bool json = false;
     bool watch = false;
@@ -87,6 +90,7 @@ void declareOptions(CLI::App & application, Options & options)
         "--trust", options.trust, "Load modules that the document names from anywhere: that runs the code in them");
     application.add_flag("--no-modules", options.noModules, "Open the document without loading any module")
         ->excludes(trust);
+    declareFrameOptions(application, options.frame);
     application.final_callback([&options] {
         if (options.session.empty() && !options.listModules && !options.evaluate) {
             throw CLI::RequiredError("session");
@@ -126,6 +130,11 @@ void run(Options const & options)
     }
     registerObjectTypes();
     Tesseralis::Get().registerObjectType(HostConsole::GetTypeName(), &HostConsole::createObject);
+    Tesseralis::Get().registerObjectType(HostViewer::GetTypeName(), &HostViewer::createObject);
+    std::optional<Frame> frame;
+    if (options.frame.filename) {
+        frame.emplace(options.frame);
+    }
     Document document(modules);
     if (!options.session.empty()) {
         document.load(options.session);
@@ -133,6 +142,9 @@ void run(Options const & options)
 
     change(options);
     std::string const result = options.evaluate ? evaluate(options, modules) : std::string();
+    if (frame) {
+        frame->draw();
+    }
     std::string const value =
         options.get ? textOf(PropertyPath(*options.get).GetValue(), options.json) + "\n" : std::string();
     if (options.list) {
@@ -141,6 +153,9 @@ void run(Options const & options)
     GetOutput() << result << value << std::flush;
     if (!GetOutput()) {
         throw Exception("The output can't be written.");
+    }
+    if (frame) {
+        frame->write();
     }
     if (options.save) {
         document.save(*options.save);

@@ -93,7 +93,7 @@ TEST_F(HostProgram, NamesObjectsOfUnknownTypesAndKeepsThemInTheDocument)
 TEST_F(HostProgram, EvaluatesWithModulesOfItsFoldersOnly)
 {
     EXPECT_EQ(run({"--evaluate", "return 6 * 7"}).out, "42\n");
-    EXPECT_EQ(run({"--list-modules"}).out.find("Host 'Lua' "), 0u);
+    EXPECT_NE(run({"--list-modules"}).out.find("Host 'Lua' "), std::string::npos);
     std::string const linked = std::string(DATA) + "/linked.xml";
     EXPECT_EQ(run({linked, "--set", "view.Slab thickness=2", "--get", "scan.Depth", "--save", pathOf("saved.xml")}).out,
               "320\n");
@@ -118,4 +118,37 @@ TEST_F(HostProgram, HelpAndVersionAreNoErrors)
     Result const help = run({"--help"});
     EXPECT_EQ(help.status, 0);
     EXPECT_NE(help.out.find("--set"), std::string::npos);
+}
+
+TEST_F(HostProgram, RefusesAFrameThatCanNotBe)
+{
+    std::string const viewer = std::string(DATA) + "/viewer.xml";
+    std::string const frame = pathOf("frame.png");
+    auto const expectRefusal = [&](std::vector<std::string> arguments, std::string const & message) {
+        arguments.insert(arguments.begin(), viewer);
+        Result const result = run(arguments);
+        EXPECT_EQ(result.status, 1) << message;
+        EXPECT_NE(result.error.find(message), std::string::npos) << result.error;
+        EXPECT_EQ(result.error.find('\n'), result.error.size() - 1) << result.error;
+        EXPECT_FALSE(std::filesystem::exists(frame)) << message;
+    };
+    expectRefusal({"--size", "8x8"}, "--size requires --frame");
+    expectRefusal({"--frame", pathOf("frame.jpg")}, "its name has to end in .png or .ppm.");
+    for (std::string const name : {"", "none.txt"}) {
+        expectRefusal({"--frame", frame, "--input", pathOf(name)},
+                      "Error loading from '" + pathOf(name) + "' (it can't");
+    }
+    for (char const * size : {"640", "x480", "640x", "0x480", "640x-1", "8193x1", "99999999999x1", "1x1x1", " 1x1"}) {
+        expectRefusal({"--frame", frame, "--size", size},
+                      "is no size of a frame: that is WIDTHxHEIGHT, each from 1 to");
+    }
+    for (std::string const line : {"cursor mouse0.cursor 1", "cursor mouse0.cursor 1 2 3", "cursor mouse0.cursor 1 nan",
+                                   "button mouse0.leftbutton yes", "button 1", "frame 2", "Frame", "key a"}) {
+        write(pathOf("input.txt"), "# comment\r\n\r\n" + line + "\nframe\n");
+        expectRefusal({"--frame", frame, "--input", pathOf("input.txt")}, "(line 3: '" + line + "' is none of 'cursor");
+    }
+    setenv("__EGL_VENDOR_LIBRARY_FILENAMES", "/none", 1);
+    expectRefusal({"--frame", frame}, "There is no GL context to draw a frame with: ");
+    unsetenv("__EGL_VENDOR_LIBRARY_FILENAMES");
+    EXPECT_EQ(run({viewer, "--get", "Cube.Azimuth"}).out, "-30\n") << "which needs none";
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "object/Export.h"
+
 #include <cstddef>
 #include <cstdio>
 #include <optional>
@@ -18,7 +20,7 @@ std::optional<std::string> readFile(std::string const & filename, std::size_t li
 /// A symbolic link stays, and what it leads to is replaced. The mode stays, and the owner where the system permits it;
 /// further hard links keep the old content. What is no plain file, such as a pipe or a device, is written to directly.
 /// Throws Exception in the system's words.
-void replaceFile(std::string const & filename, std::string const & content);
+TESSERALIS_API void replaceFile(std::string const & filename, std::string const & content);
 
 /// A stream into memory, for what writes to streams only.
 class MemoryFile
