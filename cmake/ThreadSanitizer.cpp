@@ -4,9 +4,14 @@
 // value that changes tells its container under its own lock, and an object the registry. Plug-ins that hold one another
 // in a ring have no order at all. All of them are for the one thread that owns the objects: worker threads never take
 // the locks of the registry and of containers, so the orders can't meet.
+//
+// The software driver of OpenGL has threads of its own, which the detector doesn't see through.
 extern "C" char const * __tsan_default_suppressions()
 {
     return "deadlock:tesseralis::Tesseralis::\n"
            "deadlock:tesseralis::PropertyContainer::\n"
-           "deadlock:tesseralis::PluginContainer::\n";
+           "deadlock:tesseralis::PluginContainer::\n"
+           "race:swrast_dri.so\n"
+           "race:libEGL_mesa\n"
+           "race:libLLVM\n";
 }

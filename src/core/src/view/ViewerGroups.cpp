@@ -21,6 +21,10 @@ void Viewer::group(Plugin * first, Plugin * second)
     members.merge(GetGroup(second));
     ungroup(first);
     ungroup(second);
+    // What is left of the former groups says nothing beside the new one, and must not be found in its place.
+    std::erase_if(m_groups, [&](Group const & former) {
+        return std::includes(members.begin(), members.end(), former.begin(), former.end());
+    });
     addToGroups(members);
 }
 
