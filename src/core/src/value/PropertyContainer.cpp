@@ -88,6 +88,10 @@ void PropertyContainer::constructPropertyContainer(std::string const & name, uns
 void PropertyContainer::destroyPropertyContainer()
 {
     destroyObject();
+    // Before the values, which would fire them once more as they go.
+    for (auto const & property : m_properties) {
+        property->SetExpression(PropertyContainerExpression());
+    }
     clearProperties();
 }
 
@@ -454,29 +458,39 @@ void storeExpression(PropertyContainerExpression expression, std::string const &
         trigger.SetAttribute("property", property);
     }
 }
+
+void storeProperty(PropertyContainerIterator const & property, ArchiveElement & element)
+{
+    if (!element.HasArchiveFlags(ArchiveFlag::WithoutValues)) {
+        ArchiveElement child = element.store("property");
+        child.SetAttribute("name", property.GetName());
+        if (property.HasFlags(PropertyFlag::Hidden)) {
+            child.SetAttribute("hidden", "true");
+        }
+        property->store(child);
+    }
+    if (property.HasLink()) {
+        PropertyContainerLink const link = property.GetLink();
+        ArchiveElement child = element.store("link");
+        child.SetAttribute("name", property.GetName());
+        child.SetAttribute("container", link.GetPropertyContainer()->GetObjectName());
+        child.SetAttribute("property", link.GetPropertyName());
+    }
+    if (property.HasExpression()) {
+        storeExpression(property.GetExpression(), property.GetName(), element);
+    }
+}
 } // namespace
 
 void PropertyContainer::store(ArchiveElement & element)
 {
     MutexLocker locker(m_mutex);
     for (PropertyContainerIterator i(*this); !i.IsAtEnd(); ++i) {
-        if (!element.HasArchiveFlags(ArchiveFlag::WithoutValues)) {
-            ArchiveElement child = element.store("property");
-            child.SetAttribute("name", i.GetName());
-            if (i.HasFlags(PropertyFlag::Hidden)) {
-                child.SetAttribute("hidden", "true");
-            }
-            i->store(child);
-        }
-        if (i.HasLink()) {
-            PropertyContainerLink const link = i.GetLink();
-            ArchiveElement child = element.store("link");
-            child.SetAttribute("name", i.GetName());
-            child.SetAttribute("container", link.GetPropertyContainer()->GetObjectName());
-            child.SetAttribute("property", link.GetPropertyName());
-        }
-        if (i.HasExpression()) {
-            storeExpression(i.GetExpression(), i.GetName(), element);
+        try {
+            storeProperty(i, element);
+        } catch (Exception const & exception) {
+            throw Exception("Unable to store the property '%s' of '%s': %s", i.GetName().c_str(),
+                            GetObjectName().c_str(), exception.GetMessage().c_str());
         }
     }
 }

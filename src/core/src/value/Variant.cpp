@@ -15,6 +15,7 @@
 #include <iterator>
 #include <ostream>
 #include <utility>
+#include <vector>
 
 namespace tesseralis {
 namespace {
@@ -26,6 +27,35 @@ constexpr char const * s_typeNames[] = {"undefined", "array",   "map",   "option
 std::unique_ptr<VariantValue> cloneValue(VariantValue const * value)
 {
     return std::unique_ptr<VariantValue>(value == nullptr ? nullptr : value->GetCloned());
+}
+
+/// Destroys a payload. What is nested deeper in it than the stack may hold goes behind it.
+void destroyValue(std::unique_ptr<VariantValue> value)
+{
+    struct Descent
+    {
+        int depth = 0;
+        std::vector<std::unique_ptr<VariantValue>> waiting;
+    };
+    constexpr int c_deepest = 1000;
+    thread_local Descent * t_descent = nullptr;
+    if (t_descent == nullptr) {
+        Descent descent;
+        t_descent = &descent;
+        value.reset();
+        while (!descent.waiting.empty()) {
+            value = std::move(descent.waiting.back());
+            descent.waiting.pop_back();
+            value.reset();
+        }
+        t_descent = nullptr;
+    } else if (t_descent->depth == c_deepest) {
+        t_descent->waiting.push_back(std::move(value));
+    } else {
+        ++t_descent->depth;
+        value.reset();
+        --t_descent->depth;
+    }
 }
 
 [[noreturn]] void throwNoElement(int index)
@@ -117,6 +147,7 @@ Variant::~Variant()
     destroyObservable();
     if (m_value) {
         m_value->removeObserver(this);
+        destroyValue(std::move(m_value));
     }
 }
 

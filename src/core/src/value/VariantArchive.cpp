@@ -52,8 +52,17 @@ void retrieveText(VariantValue & value, std::string const & text)
 {
     if (auto * const option = dynamic_cast<VariantOptionValue *>(&value)) {
         option->selectText(text);
-    } else {
+        return;
+    }
+    try {
         value.Set(text);
+    } catch (Exception const &) {
+        // A number whose minimum is above its maximum is the minimum, and can't be assigned even that.
+        std::string present;
+        value.Get(present);
+        if (present != text) {
+            throw;
+        }
     }
 }
 } // namespace

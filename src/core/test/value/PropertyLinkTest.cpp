@@ -1,6 +1,7 @@
 #include "math/Vector.h"
 #include "plugin/Host.h"
 #include "support/Testing.h"
+#include "value/Archive.h"
 #include "value/PropertyContainer.h"
 #include "value/Variant.h"
 
@@ -194,6 +195,38 @@ TEST_F(PropertyExpressions, AFailureIsLoggedOnceAndADeadHostIsForgotten)
     EXPECT_EQ(log, "[b] Unable to assign value of expression to b.y: \nno such thing\n\n");
     EXPECT_FALSE(b.GetPropertyExpression("y").IsValid());
     EXPECT_EQ(toInt(b.GetProperty("y")), 7);
+}
+
+TEST_F(PropertyExpressions, DoNotFireWhileTheirContainerDies)
+{
+    FunctionHost host([] { return Variant(1); });
+    {
+        PropertyContainer dying("d", ObjectAttribute::Registered);
+        dying.addProperty("x", 0);
+        dying.addProperty("y", 0);
+        PropertyContainerExpression expression(&host, "text");
+        dying.GetProperty("x").addObserver(&expression);
+        dying.SetPropertyExpression("y", expression);
+    }
+    EXPECT_EQ(host.calls, 0);
+}
+
+TEST_F(PropertyExpressions, AreNamedWhereTheyCannotBeStored)
+{
+    class CopiedHost : public Object, public Host
+    {
+    public:
+        using Object::Object;
+        Variant evaluate(std::string const &, Object *) const override { return Variant(); }
+    };
+    CopiedHost const registered("host", ObjectAttribute::Registered);
+    CopiedHost copy(registered);
+    a.addProperty("x", 0);
+    a.SetPropertyExpression("x", PropertyContainerExpression(&copy, "text"));
+    Archive archive;
+    ArchiveElement element = ArchiveElement(archive).store("a");
+    EXPECT_EQ(messageOf([&] { a.store(element); }),
+              "Unable to store the property 'x' of 'a': The specified object does not exist!");
 }
 
 TEST_F(PropertyExpressions, MayGoWithOrWithoutTheirPropertyWhileTheyAreEvaluated)

@@ -12,6 +12,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -77,7 +78,7 @@ protected:
 };
 } // namespace
 
-TEST_F(SafeSave, LinksAndModesStay)
+TEST_F(SafeSave, LinksModesAndAttributesStay)
 {
     fs::create_directory(directory.GetPath("folder"));
     fs::create_symlink("folder/second", filename);
@@ -89,7 +90,9 @@ TEST_F(SafeSave, LinksAndModesStay)
     umask(mask);
     EXPECT_EQ(fs::status(target).permissions(), fs::perms(0640));
     fs::permissions(target, fs::perms(0604));
+    bool const hasNote = setxattr(target.c_str(), "user.note", "text", 4, 0) == 0; // not every file system takes it
     saveGeneration(filename, 2);
+    EXPECT_EQ(getxattr(target.c_str(), "user.note", nullptr, 0), hasNote ? 4 : -1);
     EXPECT_EQ(fs::status(target).permissions(), fs::perms(0604));
     EXPECT_EQ(loadGeneration(target), 2);
     EXPECT_TRUE(fs::is_symlink(filename) && fs::is_symlink(directory.GetPath("folder/second")));

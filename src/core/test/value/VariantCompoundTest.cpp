@@ -199,6 +199,17 @@ TEST(VariantCompound, AssignsDeepSourcesWithoutTryingEachLevelAgain)
     }
 }
 
+TEST(VariantCompound, GoesWithoutAStackForEachLevel)
+{
+    Variant outer;
+    for (int level = 0; level < 200000; ++level) {
+        Variant next;
+        next["0"].swap(outer);
+        outer.swap(next);
+    }
+    outer = Variant();
+}
+
 TEST(VariantCompound, PassesAnEventFromAnyDepthOnOnce)
 {
     Variant root;

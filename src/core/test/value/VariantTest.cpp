@@ -271,6 +271,10 @@ TEST(VariantArchive, ReadsBackWhatHasNoNumberOrNoText)
     EXPECT_EQ(storedAndRetrieved(Variant(1.0f, 0.0f, INFINITY)).GetMaximum().operator float(), INFINITY);
     EXPECT_EQ(messageOf([] { Variant(1.0f, 0.0f, 2.0f) = "inf"; }), notAssigned("a string value of 'inf'"));
 
+    Variant crossed(5, 0, 10);
+    crossed.SetMinimum(20);
+    EXPECT_EQ(storedAndRetrieved(crossed).GetJSON(false), crossed.GetJSON(false));
+
     Variant choice = Variant::TypeOption();
     EXPECT_EQ(storedAndRetrieved(choice).GetSize(), 0u);
     choice[0];

@@ -4,10 +4,12 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -180,6 +182,23 @@ bool keepAccessList(Descriptor const & file, fs::path const & former)
     return ::fsetxattr(file.Get(), c_attribute, list, static_cast<std::size_t>(size), 0) == 0;
 }
 
+/// Gives the file the attributes that users have attached to a former one, as far as it can take them.
+void keepUserAttributes(Descriptor const & file, fs::path const & former)
+{
+    std::vector<char> names(65536); // the most that the system gives, as it is for a value
+    std::vector<char> value(65536);
+    ssize_t const size = ::listxattr(former.c_str(), names.data(), names.size());
+    for (char const * name = names.data(); name < names.data() + size; name += std::strlen(name) + 1) {
+        if (!std::string_view(name).starts_with("user.")) {
+            continue;
+        }
+        ssize_t const length = ::getxattr(former.c_str(), name, value.data(), value.size());
+        if (length >= 0) {
+            ::fsetxattr(file.Get(), name, value.data(), static_cast<std::size_t>(length), 0);
+        }
+    }
+}
+
 void keepOwnerAndMode(Descriptor const & file, struct stat const & former, fs::path const & target)
 {
     mode_t mode = former.st_mode & 07777;
@@ -274,6 +293,7 @@ void replaceFile(std::string const & filename, std::string const & content)
     TemporaryFile file(target, exists ? S_IRUSR | S_IWUSR : c_everyone);
     write(file.Get(), content);
     if (exists) {
+        keepUserAttributes(file.Get(), target);
         keepOwnerAndMode(file.Get(), former, target);
     }
     if (::fsync(file.Get().Get()) != 0) {
