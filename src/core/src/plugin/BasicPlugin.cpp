@@ -47,10 +47,9 @@ void BasicPlugin<T>::constructBasicPlugin(std::string const & name, unsigned int
 template <class T>
 void BasicPlugin<T>::destroyBasicPlugin()
 {
-    // One that is in a container is uninitialised by leaving it.
-    if (GetContainer() == nullptr) {
-        uninitialize();
-    }
+    leave();
+    uninitialize();
+    detail::ModuleCall::forget(*this);
     destroyPlugin();
 }
 
@@ -74,7 +73,7 @@ std::string BasicPlugin<T>::GetPluginFilter(std::string const &)
 template <class T>
 void BasicPlugin<T>::initialize()
 {
-    if (IsInitialized()) {
+    if (IsInitialized() || m_isInitializing) {
         return;
     }
 
@@ -82,7 +81,9 @@ void BasicPlugin<T>::initialize()
     // Where no instance could be made the module may still be loaded: let it go, so that a rebuilt file is found.
     m_library.uninitialize();
     Library library = ModuleGuard::load(GetFilename());
+    m_isInitializing = true; // those who hear of what the instance sets may move the plug-in to another container
     createInstance(library);
+    m_isInitializing = false;
     m_library = std::move(library);
     endModification();
 }
@@ -98,7 +99,6 @@ void BasicPlugin<T>::createInstance(Library const & library)
     try {
         m_instance = function(this);
     } catch (...) {
-        deleteInstance();
         reportInitializeException();
     }
 }
@@ -107,19 +107,18 @@ template <class T>
 void BasicPlugin<T>::uninitialize()
 {
     // Keeps the code of the instance until that is gone, whatever its destructor does to the plug-in.
-    Library const library = std::move(m_library);
-    if (IsInitialized()) {
-        beginModification(new PluginUninitializeEvent);
-        detail::runGuarded([this] { endModification(); });
-        deleteInstance();
+    Library library = std::move(m_library);
+    if (!IsInitialized()) {
+        return;
     }
-}
 
-template <class T>
-void BasicPlugin<T>::deleteInstance()
-{
-    T * const instance = std::exchange(m_instance, nullptr);
-    detail::runGuarded([&] { delete instance; });
+    beginModification(new PluginUninitializeEvent);
+    detail::runGuarded([this] { endModification(); });
+    // Unless somebody who heard of it has had the plug-in uninitialised, and perhaps initialised anew, meanwhile.
+    if (IsInitialized() && !m_library.IsInitialized()) {
+        T * const instance = std::exchange(m_instance, nullptr);
+        detail::ModuleCall::release(*this, std::move(library), [instance] { delete instance; });
+    }
 }
 
 template <class T>

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "object/Guard.h"
 #include "object/Library.h"
+#include "plugin/ModuleCall.h"
 #include "plugin/Plugin.h"
 
 #include <string>
@@ -62,10 +64,11 @@ protected:
     std::invoke_result_t<Call, T &> forward(char const * operation, Call const & call, Default... fallback) const
     {
         if (m_instance != nullptr) {
+            detail::ModuleCall const running(*this);
             try {
                 return call(*m_instance);
             } catch (...) {
-                logOperationException(operation);
+                running.HasPlugin() ? logOperationException(operation) : detail::logCaughtException();
             }
         }
         return std::invoke_result_t<Call, T &>(fallback...);
@@ -77,9 +80,9 @@ protected:
 
 private:
     void createInstance(Library const & library);
-    void deleteInstance();
 
     Library m_library;
     T * m_instance = nullptr;
+    bool m_isInitializing = false;
 };
 } // namespace tesseralis

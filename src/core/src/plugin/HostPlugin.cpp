@@ -54,10 +54,11 @@ Variant HostPlugin::evaluate(std::string const & text, Object * object) const
     if (host == nullptr) {
         return Variant();
     }
+    detail::ModuleCall const running(*this);
     try {
         return host->evaluate(text, object);
     } catch (...) {
-        reportEvaluateException();
+        running.HasPlugin() ? reportEvaluateException() : detail::logCaughtException();
         return Variant();
     }
 }

@@ -92,10 +92,18 @@ void Plugin::constructPlugin(std::string const & name, unsigned int attributes)
 
 void Plugin::destroyPlugin()
 {
-    removeInstance(m_filename, this);
-    detail::runGuarded([this] { SetContainer(nullptr); });
+    leave();
     destroyContainer();
     SetCustomIcon("");
+}
+
+void Plugin::leave()
+{
+    removeInstance(m_filename, this);
+    // Again if somebody who heard of it has put the plug-in elsewhere.
+    while (m_container != nullptr) {
+        detail::runGuarded([this] { SetContainer(nullptr); });
+    }
 }
 
 std::string Plugin::GetTypeName()
@@ -264,7 +272,9 @@ void Plugin::resume()
 {
     if (!IsInitialized() && m_container != nullptr) {
         initialize();
-        m_container->resume(this);
+        if (m_container != nullptr) { // those who hear of it may take the plug-in out
+            m_container->resume(this);
+        }
     }
 }
 

@@ -48,8 +48,8 @@ public:
 ///     T * createPluginInstance(Plugin *)      the implementation, see BasicPlugin; it may throw
 ///
 /// Each function may be missing and each result may be null: the answer is then empty. What a module throws while it
-/// tells about itself makes the answer empty too. A module must not have its own plug-in uninitialised while one of its
-/// operations runs, which ends in code that is gone. For the main thread.
+/// tells about itself makes the answer empty too. An operation may lead to its own plug-in being uninitialised or
+/// deleted: the code that runs stays until it has returned. For the main thread.
 class TESSERALIS_API Plugin : public Container
 {
 public:
@@ -153,6 +153,8 @@ protected:
     explicit Plugin(Plugin *);
     void constructPlugin(std::string const & name, unsigned int attributes);
     void destroyPlugin();
+    /// The beginning of the end: the plug-in leaves the table of its module's plug-ins, and its container.
+    void leave();
 
 private:
     friend class PluginContainer; // which sets itself as the container

@@ -81,7 +81,8 @@ void PluginContainer::add(Plugin * plugin)
 
     beginModification(new PluginContainerAdditionEvent(plugin));
     try {
-        if (PluginContainer * const owner = plugin->GetContainer()) {
+        // Again if somebody who heard of it has put the plug-in elsewhere.
+        while (PluginContainer * const owner = plugin->GetContainer()) {
             owner->remove(plugin);
         }
         m_plugins.insert(plugin);

@@ -13,10 +13,17 @@ public:
     void message(Plugin * plugin, std::string const & text) override { note(plugin, "message: " + text); }
     void information(Plugin * plugin, std::string const & text) override { note(plugin, "information: " + text); }
     void warning(Plugin * plugin, std::string const & text) override { note(plugin, "warning: " + text); }
-    void error(Plugin * plugin, std::string const & text) override { note(plugin, "error: " + text); }
+    void error(Plugin * plugin, std::string const & text) override
+    {
+        note(plugin, "error: " + text);
+        if (auto const once = std::exchange(reaction, nullptr)) {
+            once(plugin);
+        }
+    }
     void note(Plugin * plugin, std::string const & text) { notes.push_back(plugin->GetObjectName() + ", " + text); }
 
     std::vector<std::string> notes;
+    std::function<void(Plugin *)> reaction; // to the next error
 };
 
 HostPlugin * makeHost(std::string const & name)
@@ -70,5 +77,38 @@ TEST(HostPluginEvaluation, ReportsWhatTheModuleThrows)
                   "host (" + moduleFile("sample_host") +
                       (fault == 1 ? "): Error in 'evaluate' - It is broken.\n" : "): Unknown error in 'evaluate'.\n"));
         EXPECT_EQ(output, "");
+    }
+}
+
+TEST(HostPluginEvaluation, MayLeadToTheEndOfItsOwnPlugin)
+{
+    struct Case
+    {
+        std::function<void(Plugin *)> end;
+        bool isKept;
+        bool isLoaded;
+    };
+    Case const cases[] = {{[](Plugin * plugin) { plugin->suspend(); }, true, false},
+                          {[](Plugin * plugin) { plugin->suspend(), plugin->resume(); }, true, true},
+                          {[](Plugin * plugin) { delete plugin; }, false, false}};
+    for (auto const & [end, isKept, isLoaded] : cases) {
+        for (int const fault : {0, 1}) {
+            FrontEnd console;
+            HostPlugin * const host = makeHost("host");
+            console.add(host);
+            host->GetProperty("Fault") = fault;
+            console.reaction = [&](Plugin * plugin) {
+                EXPECT_EQ(console.evaluate("inner").IsDefined(), fault == 0);
+                end(plugin);
+                EXPECT_TRUE(isMapped(moduleFile("sample_host")));
+                EXPECT_FALSE(isKept && host->HasProperty("Called")) << "the instance that runs is deleted";
+            };
+            Variant result;
+            std::string const output = outputOf([&] { result = console.evaluate("outer"); }).first;
+            EXPECT_EQ(result, fault == 0 ? Variant("outer") : Variant());
+            EXPECT_EQ(output, fault == 1 && !isKept ? "It is broken.\n\n" : "");
+            EXPECT_EQ(isMapped(moduleFile("sample_host")), isLoaded);
+            EXPECT_TRUE(!isKept || host->GetProperty("Called") == Variant("destructor"));
+        }
     }
 }

@@ -127,6 +127,44 @@ TEST(PluginContainerObserver, ThatThrowsKeepsNoPluginFromComingOrGoing)
     atPlugin.SetReaction({});
 }
 
+TEST(PluginContainerObserver, ThatMovesAPluginOnLeavesItInOnePlace)
+{
+    Container first(0u);
+    Container second(0u);
+    Container third(0u);
+    auto plugin = std::make_unique<RendererPlugin>();
+    plugin->SetFilename(moduleFile("sample_renderer"));
+    Recorder recorder;
+    bool isMoving = false;
+    recorder.SetReaction([&](Observable const &, ObservableEvent const & event) {
+        if (!std::exchange(isMoving, true) && dynamic_cast<ObservableDestructionEvent const *>(&event) == nullptr) {
+            third.add(plugin.get());
+            isMoving = false;
+        }
+    });
+    auto const isOnlyIn = [&](Container & container) {
+        return first.HasPlugin(plugin.get()) + second.HasPlugin(plugin.get()) + third.HasPlugin(plugin.get()) == 1 &&
+               container.HasPlugin(plugin.get()) && plugin->GetContainer() == &container && plugin->IsInitialized();
+    };
+    first.add(plugin.get());
+    first.addObserver(&recorder);
+    second.add(plugin.get()); // which first hears of
+    EXPECT_TRUE(isOnlyIn(second));
+
+    plugin->addObserver(&recorder);
+    second.remove(plugin.get()); // which the plug-in hears of
+    EXPECT_TRUE(isOnlyIn(third));
+
+    first.removeObserver(&recorder);
+    first.add(plugin.get());
+    first.addObserver(&recorder);
+    EXPECT_TRUE(third.HasPlugin(plugin.get()));
+    third.remove(plugin.get());
+    first.add(plugin.get());
+    plugin.reset();
+    EXPECT_TRUE(PluginContainerIterator(third).IsAtEnd());
+}
+
 TEST(ContainerEditors, AreListedInTheOrderOfAddition)
 {
     Container container(0u);

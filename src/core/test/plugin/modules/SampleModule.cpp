@@ -101,11 +101,12 @@ public:
 #if defined(IS_Host)
     Variant evaluate(std::string const & text, Object *) const override
     {
+        int const fault = GetPlugin().GetProperty("Fault", Variant(0));
         GetPlugin().message("m " + text);
         GetPlugin().information("i " + text);
         GetPlugin().warning("w " + text);
-        GetPlugin().error("e " + text);
-        throwFault(GetPlugin().GetProperty("Fault", Variant(0)));
+        GetPlugin().error("e " + text); // the plug-in may be gone behind this
+        throwFault(fault);
         return Variant(text);
     }
 #endif
