@@ -1,29 +1,15 @@
 #include "value/Variant.h"
 
 #include "object/Exception.h"
-#include "value/VariantArrayValue.h"
-#include "value/VariantBooleanValue.h"
-#include "value/VariantCustomValue.h"
-#include "value/VariantFilenameValue.h"
-#include "value/VariantMapValue.h"
-#include "value/VariantNumberValue.h"
-#include "value/VariantOptionValue.h"
-#include "value/VariantStringValue.h"
+#include "value/VariantContainerValue.h"
 #include "value/detail/Modification.h"
 
-#include <algorithm>
-#include <iterator>
 #include <ostream>
 #include <utility>
 #include <vector>
 
 namespace tesseralis {
 namespace {
-// By the number of the type.
-constexpr char const * s_typeNames[] = {"undefined", "array",   "map",   "option", "string",
-                                        "boolean",   "integer", "float", "vector", "quaternion",
-                                        "box",       "matrix",  "color", "handle", "filename"};
-
 std::unique_ptr<VariantValue> cloneValue(VariantValue const * value)
 {
     return std::unique_ptr<VariantValue>(value == nullptr ? nullptr : value->GetCloned());
@@ -58,55 +44,7 @@ void destroyValue(std::unique_ptr<VariantValue> value)
     }
 }
 
-[[noreturn]] void throwNoElement(int index)
-{
-    throw Exception("Unable to retrieve a Variant with index '%d' from this variant!", index);
-}
-
-[[noreturn]] void throwNoElement(unsigned int index)
-{
-    throwNoElement(static_cast<int>(index));
-}
-
-[[noreturn]] void throwNoElement(std::string const & name)
-{
-    throw Exception("Unable to retrieve a Variant with index '%s' from this variant!", name.c_str());
-}
 } // namespace
-
-std::unique_ptr<VariantValue> Variant::makeValue(Type type)
-{
-    switch (type) {
-    case Type::Array:
-        return std::make_unique<VariantArrayValue>();
-    case Type::Map:
-        return std::make_unique<VariantMapValue>();
-    case Type::Option:
-        return std::make_unique<VariantOptionValue>();
-    case Type::String:
-        return std::make_unique<VariantStringValue>();
-    case Type::Boolean:
-        return std::make_unique<VariantBooleanValue>();
-    case Type::Integer:
-        return std::make_unique<VariantIntegerValue>();
-    case Type::Float:
-        return std::make_unique<VariantFloatValue>();
-    case Type::Vector:
-        return std::make_unique<VariantCustomValue<Vector>>();
-    case Type::Quaternion:
-        return std::make_unique<VariantCustomValue<Quaternion>>();
-    case Type::Box:
-        return std::make_unique<VariantCustomValue<Box>>();
-    case Type::Matrix:
-        return std::make_unique<VariantCustomValue<Matrix>>();
-    case Type::Color:
-        return std::make_unique<VariantCustomValue<Color>>();
-    case Type::Filename:
-        return std::make_unique<VariantFilenameValue>();
-    default:
-        return nullptr;
-    }
-}
 
 Variant::Variant() = default;
 
@@ -120,28 +58,6 @@ Variant::Variant(Variant const & source) : Observable(), Observer()
     install(cloneValue(source.m_value.get()));
 }
 
-Variant::Variant(std::string const & value) : Variant(std::make_unique<VariantStringValue>(value)) {}
-Variant::Variant(char const * value) : Variant(std::string(value == nullptr ? "" : value)) {}
-Variant::Variant(bool value) : Variant(std::make_unique<VariantBooleanValue>(value)) {}
-Variant::Variant(int value) : Variant(std::make_unique<VariantIntegerValue>(value)) {}
-Variant::Variant(float value) : Variant(std::make_unique<VariantFloatValue>(value)) {}
-Variant::Variant(Vector const & value) : Variant(std::make_unique<VariantCustomValue<Vector>>(value)) {}
-Variant::Variant(Quaternion const & value) : Variant(std::make_unique<VariantCustomValue<Quaternion>>(value)) {}
-Variant::Variant(Box const & value) : Variant(std::make_unique<VariantCustomValue<Box>>(value)) {}
-Variant::Variant(Matrix const & value) : Variant(std::make_unique<VariantCustomValue<Matrix>>(value)) {}
-Variant::Variant(Color const & value) : Variant(std::make_unique<VariantCustomValue<Color>>(value)) {}
-Variant::Variant(Type type) : Variant(makeValue(type)) {}
-
-Variant::Variant(int value, int minimum, int maximum)
-    : Variant(std::make_unique<VariantIntegerValue>(value, minimum, maximum))
-{
-}
-
-Variant::Variant(float value, float minimum, float maximum)
-    : Variant(std::make_unique<VariantFloatValue>(value, minimum, maximum))
-{
-}
-
 Variant::~Variant()
 {
     destroyObservable();
@@ -149,28 +65,6 @@ Variant::~Variant()
         m_value->removeObserver(this);
         destroyValue(std::move(m_value));
     }
-}
-
-Variant Variant::TypeFilename(std::string const & value)
-{
-    return Variant(std::make_unique<VariantFilenameValue>(value));
-}
-
-Variant Variant::TypeFilename(std::string const & value, std::string const & filter)
-{
-    return Variant(std::make_unique<VariantFilenameValue>(value, filter));
-}
-
-Variant::Type Variant::GetTypeFromName(std::string const & name)
-{
-    auto const found = std::find(std::begin(s_typeNames), std::end(s_typeNames), name);
-    return found == std::end(s_typeNames) ? Type::Undefined : Type(found - std::begin(s_typeNames));
-}
-
-std::string Variant::GetNameFromType(Type type)
-{
-    auto const number = static_cast<std::size_t>(type);
-    return number < std::size(s_typeNames) ? s_typeNames[number] : std::string();
 }
 
 Variant::Type Variant::GetType() const
@@ -417,14 +311,6 @@ void Variant::clear()
     }
 }
 
-Variant &Variant::operator,(Variant const &element)
-{
-    // A copy first, since the element may be this variant.
-    Variant copy(element);
-    GetElement(GetSize()).swap(copy);
-    return *this;
-}
-
 bool Variant::IsAssignable(Variant const & source) const
 {
     if (!m_value || !source.m_value) {
@@ -454,83 +340,6 @@ bool Variant::IsConvertable(Type type) const
     } catch (Exception const &) {
         return false;
     }
-}
-
-unsigned int Variant::GetSize() const
-{
-    return m_value ? m_value->GetSize() : 0;
-}
-
-bool Variant::HasElement(unsigned int index) const
-{
-    return m_value && m_value->HasElement(index);
-}
-
-bool Variant::HasElement(std::string const & name) const
-{
-    return m_value && m_value->HasElement(name);
-}
-
-std::string Variant::GetElementName(unsigned int index) const
-{
-    return m_value ? m_value->GetElementName(index) : std::string();
-}
-
-template <class Payload, class Key>
-Variant & Variant::makeElement(Key const & key)
-{
-    if (!m_value) {
-        auto value = std::make_unique<Payload>();
-        value->GetElement(key);
-        replace(std::move(value));
-    }
-    if (!m_value) {
-        // An observer has taken the value away again.
-        throwNoElement(key);
-    }
-    return m_value->GetElement(key);
-}
-
-Variant & Variant::GetElement(unsigned int index)
-{
-    return makeElement<VariantArrayValue>(index);
-}
-
-Variant & Variant::GetElement(std::string const & name)
-{
-    return makeElement<VariantMapValue>(name);
-}
-
-Variant const & Variant::GetElement(unsigned int index) const
-{
-    if (!m_value) {
-        throwNoElement(index);
-    }
-    return m_value->GetElement(index);
-}
-
-Variant const & Variant::GetElement(std::string const & name) const
-{
-    if (!m_value) {
-        throwNoElement(name);
-    }
-    return m_value->GetElement(name);
-}
-
-Variant & Variant::operator[](int index)
-{
-    if (index < 0) {
-        throwNoElement(index);
-    }
-    return GetElement(static_cast<unsigned int>(index));
-}
-
-Variant const & Variant::operator[](int index) const
-{
-    if (index < 0) {
-        throwNoElement(index);
-    }
-    return GetElement(static_cast<unsigned int>(index));
 }
 
 void Variant::SetValue(VariantValue const * value)
