@@ -87,6 +87,15 @@ void getGlobal(lua_State * lua)
     }
 }
 
+/// A global of that name would stand before the objects of all evaluations to come.
+void setGlobal(lua_State * lua)
+{
+    if (lua_type(lua, 2) == LUA_TSTRING && std::string_view(lua_tostring(lua, 2)) == "self") {
+        throw Exception("'self' can't be set!");
+    }
+    lua_rawset(lua, 1);
+}
+
 /// The next pair of what pushPairs() has collected: name and value after name and value in one table.
 int nextPair(lua_State * lua)
 {
@@ -200,6 +209,8 @@ void openObjects(lua_State * lua)
     lua_newtable(lua);
     lua_pushcfunction(lua, (guarded<getGlobal, 1>));
     lua_setfield(lua, -2, "__index");
+    lua_pushcfunction(lua, (guarded<setGlobal, 0>));
+    lua_setfield(lua, -2, "__newindex");
     lua_pushboolean(lua, 0);
     lua_setfield(lua, -2, "__metatable");
     lua_setmetatable(lua, -2);

@@ -103,10 +103,12 @@ Variant LuaState::evaluate(std::string const & text, Object * self, Limits const
     if (lua_checkstack(m_lua, LUA_MINSTACK) == 0) {
         throw Exception("The evaluations are nested too deeply!");
     }
+    lua_pushcfunction(m_lua, &LuaState::describeError);
     lua_pushcfunction(m_lua, &LuaState::runProtected);
     lua_pushlightuserdata(m_lua, &evaluation);
-    int const status = lua_pcall(m_lua, 1, 0, 0);
+    int const status = lua_pcall(m_lua, 1, 0, top + 1);
     if (status == LUA_OK) {
+        lua_settop(m_lua, top);
         return evaluation.result;
     }
     if (status == LUA_ERRMEM) {
@@ -128,6 +130,21 @@ int LuaState::runProtected(lua_State * lua)
     lua_call(lua, 0, 1);
     callGuarded(lua, [&] { evaluation.result = toVariant(lua, -1); });
     return 0;
+}
+
+int LuaState::describeError(lua_State * lua)
+{
+    if (lua_type(lua, 1) == LUA_TSTRING) {
+        return 1;
+    }
+    pushPlace(lua);
+    if (lua_type(lua, 1) == LUA_TNUMBER) {
+        lua_pushvalue(lua, 1);
+    } else {
+        lua_pushfstring(lua, "an error that is no text but a %s", luaL_typename(lua, 1));
+    }
+    lua_concat(lua, 2);
+    return 1;
 }
 
 void LuaState::pushChunk(std::string const & text)
@@ -194,7 +211,7 @@ void LuaState::stop(lua_State * lua, char const * limit)
     raise(lua, std::string("the script was stopped at its limit of ") + limit);
 }
 
-void LuaState::raise(lua_State * lua, std::string const & text)
+void LuaState::pushPlace(lua_State * lua)
 {
     int level = 0; // of the innermost function that is the script's and not one of ours
     lua_Debug debug;
@@ -202,6 +219,11 @@ void LuaState::raise(lua_State * lua, std::string const & text)
         ++level;
     }
     luaL_where(lua, level);
+}
+
+void LuaState::raise(lua_State * lua, std::string const & text)
+{
+    pushPlace(lua);
     lua_pushlstring(lua, text.data(), text.size());
     lua_concat(lua, 2);
     lua_error(lua);

@@ -70,6 +70,9 @@ private:
     static void * allocate(void * state, void * block, std::size_t oldSize, std::size_t newSize);
     static void countInstructions(lua_State * lua, lua_Debug * debug);
     static int runProtected(lua_State * lua);
+    static int describeError(lua_State * lua);
+    /// Pushes where the script is, as errors begin.
+    static void pushPlace(lua_State * lua);
 
     void pushChunk(std::string const & text);
     void compile(std::string const & text);
