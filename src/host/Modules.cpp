@@ -27,12 +27,6 @@ std::vector<fs::path> foldersBesideProgram()
     }
     return folders;
 }
-
-std::string why(std::string const & filename)
-{
-    Library const library = ModuleGuard::load(filename);
-    return library.IsInitialized() ? "it has no plug-in type" : "it can't be loaded";
-}
 } // namespace
 
 Modules::Modules(std::vector<std::string> const & folders, Trust trust)
@@ -52,28 +46,46 @@ bool Modules::IsInFolder(std::string const & filename) const
 {
     std::error_code error;
     fs::path const file = fs::canonical(filename, error);
-    return !error && std::any_of(m_folders.begin(), m_folders.end(), [&](fs::path const & folder) {
-        std::error_code folderError;
-        return fs::canonical(folder, folderError) == file.parent_path() && !folderError;
+    return !error && IsFolder(file.parent_path());
+}
+
+bool Modules::IsFolder(std::filesystem::path const & path) const
+{
+    return std::any_of(m_folders.begin(), m_folders.end(), [&](fs::path const & folder) {
+        std::error_code error;
+        return fs::equivalent(folder, path, error);
     });
+}
+
+std::string Modules::GetProblem(std::string const & filename) const
+{
+    if (m_trust == Trust::Nothing) {
+        return "no module is loaded at all";
+    }
+    if (!IsTrusted(filename)) {
+        return "it lies outside the module folders (--trust allows it)";
+    }
+    Library const library = ModuleGuard::load(filename);
+    return library.IsInitialized() ? "it has no plug-in type"
+                                   : "it can't be loaded (" + onOneLine(Library::GetLoadError()) + ")";
 }
 
 std::string Modules::GetPath(std::string const & filename) const
 {
-    std::string const name = fs::path(Plugin::GetPluginSystemFilename(filename)).filename().string();
-    bool const isBare = fs::path(filename).filename() == filename;
+    fs::path const file = Plugin::GetPluginSystemFilename(filename);
     for (fs::path const & folder : m_folders) {
         std::error_code error;
-        if (isBare && fs::exists(folder / name, error)) {
-            return (folder / name).string();
+        if (!file.has_parent_path() && fs::exists(folder / file, error)) {
+            return (folder / file).string();
         }
     }
-    return filename;
+    return file.string();
 }
 
 std::string Modules::GetPortableName(std::string const & filename) const
 {
-    return IsInFolder(filename) ? fs::path(filename).filename().string() : filename;
+    fs::path const file = filename;
+    return IsFolder(file.parent_path()) ? file.filename().string() : filename;
 }
 
 std::vector<std::string> Modules::GetFiles() const
@@ -103,7 +115,7 @@ void Modules::print(std::ostream & stream) const
     for (std::string const & file : GetFiles()) {
         std::string const type = Plugin::GetPluginType(file);
         if (type.empty()) {
-            std::cerr << "tesseralis: warning: the module '" << onOneLine(file) << "' is left out: " << why(file)
+            std::cerr << "tesseralis: warning: the module '" << onOneLine(file) << "' is left out: " << GetProblem(file)
                       << ".\n";
             continue;
         }
@@ -129,7 +141,7 @@ void Modules::check(std::string const & filename, std::string const & object) co
     } else if (!IsTrusted(filename)) {
         warn("is not loaded, since it isn't in a module folder (--trust allows it)");
     } else if (Plugin::GetPluginType(filename).empty()) {
-        warn("can't be used: " + why(filename));
+        warn("can't be used: " + GetProblem(filename));
     } else if (Plugin::GetCoreVersion(filename) != Tesseralis::Get().GetVersion()) {
         warn("was built for core " + Plugin::GetCoreVersion(filename).GetString() + ", and this is core " +
              Tesseralis::Get().GetVersion().GetString());

@@ -22,8 +22,8 @@ public:
 
     /// Whether a file may be loaded.
     bool IsTrusted(std::string const & filename) const;
-    /// The file of a module in one of the folders that has this name, whatever folder and platform it was named with;
-    /// else the name as it is.
+    /// The file of a module in one of the folders that has this name, on whatever platform it was named, if no folder
+    /// stands with it; else the name in the form of this system.
     std::string GetPath(std::string const & filename) const;
     /// The name without its folder, if that is one of ours.
     std::string GetPortableName(std::string const & filename) const;
@@ -39,6 +39,9 @@ public:
 
 private:
     bool IsInFolder(std::string const & filename) const;
+    bool IsFolder(std::filesystem::path const & path) const;
+    /// Why a module can't be used.
+    std::string GetProblem(std::string const & filename) const;
 
     std::vector<std::filesystem::path> m_folders;
     Trust m_trust;

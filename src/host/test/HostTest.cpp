@@ -112,6 +112,28 @@ TEST_F(HostProgram, EvaluatesWithModulesOfItsFoldersOnly)
               "12.5\n");
 }
 
+TEST_F(HostProgram, TellsWhyAModuleCanNotBeUsedAndFindsForeignNames)
+{
+    std::string const folder = pathOf("modules/");
+    std::filesystem::create_directory(folder);
+    std::filesystem::copy_file(LUA_MODULE, folder + "libplugin_own.so");
+    std::filesystem::create_symlink(LUA_MODULE, folder + "libplugin_link.so");
+    write(folder + "libplugin_text.so", "no module");
+    Result const listed = run({"--modules", folder, "--list-modules"});
+    EXPECT_NE(listed.out.find(folder + "libplugin_own.so"), std::string::npos);
+    EXPECT_NE(listed.error.find("libplugin_link.so' is left out: it lies outside the module folders"),
+              std::string::npos);
+    EXPECT_NE(listed.error.find("libplugin_text.so' is left out: it can't be loaded ("), std::string::npos);
+
+    std::string document = contentOf(std::string(DATA) + "/linked.xml");
+    document.replace(document.find("libplugin_lua.so"), 16, folder + "plugin_own.dll");
+    write(pathOf("foreign.xml"), document);
+    Result const foreign = run({pathOf("foreign.xml"), "--modules", folder, "--set", "scan.Slices=10", "--get",
+                                "scan.Depth", "--save", pathOf("saved.xml")});
+    EXPECT_EQ(foreign.out + foreign.error, "12.5\n");
+    EXPECT_NE(contentOf(pathOf("saved.xml")).find("filename=\"libplugin_own.so\""), std::string::npos);
+}
+
 TEST_F(HostProgram, HelpAndVersionAreNoErrors)
 {
     EXPECT_EQ(run({"--version"}).out, "tesseralis 0.8.0-3801 (20121004)\n");

@@ -35,6 +35,11 @@ Library::~Library()
     uninitialize();
 }
 
+std::string Library::GetLoadError()
+{
+    return detail::loadError();
+}
+
 std::string Library::GetFilename() const
 {
     return Filename(GetPath()).GetNameExtension();

@@ -21,6 +21,9 @@ public:
     ~Library();
 
     bool IsInitialized() const { return m_module != nullptr; }
+    /// Why the file that this thread tried last could not be loaded, in the system's words. To be asked right behind
+    /// that.
+    static std::string GetLoadError();
     /// Name with extension, as Filename gives them: with a leading separator for a file right inside a first directory.
     /// This and what follows ask the system where it found the module, and are empty when nothing is loaded.
     std::string GetFilename() const;

@@ -62,9 +62,17 @@ void * loadModule(std::string const & path)
     bool const isBare = path.find('/') == std::string::npos;
     std::string const file = isBare ? path : absolutePath(path);
 
+    dlerror(); // what it holds is from an earlier call
+
     // An empty name would stand for the program itself.
     bool const isLoadable = !file.empty() && (isBare || mayBeLoaded(file));
     return isLoadable ? dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL) : nullptr;
+}
+
+std::string loadError()
+{
+    char const * const error = dlerror();
+    return error != nullptr ? error : "it is not a whole shared object";
 }
 
 void unloadModule(void * module)

@@ -8,6 +8,8 @@ namespace tesseralis::detail {
 /// load needs its unloadModule().
 void * loadModule(std::string const & path);
 void unloadModule(void * module);
+/// Why the last loadModule() of this thread failed; to be asked once, before anything else is done here.
+std::string loadError();
 
 /// Null if the module itself lacks the symbol, even if a library that it needs has it.
 void * findSymbol(void * module, std::string const & name);
