@@ -1,5 +1,10 @@
 #include "value/Variant.h"
 
+#include "math/Box.h"
+#include "math/Color.h"
+#include "math/Matrix.h"
+#include "math/Quaternion.h"
+#include "math/Vector.h"
 #include "object/Exception.h"
 #include "value/VariantContainerValue.h"
 #include "value/detail/Modification.h"
