@@ -3,18 +3,16 @@
 #include "plugin/CompositorPlugin.h"
 #include "plugin/InteractorPlugin.h"
 #include "plugin/RendererPlugin.h"
+#include "support/Testing.h"
 #include "value/Variant.h"
 #include "view/Controller.h"
 #include "view/Viewer.h"
 
-#include <functional>
-#include <string>
-#include <utility>
-
 namespace tesseralis::test {
-/// What was called, in order and with a blank behind each.
-struct Log
+/// What was called, in order, each with a blank behind it. Reading takes it.
+class Log
 {
+public:
     void note(std::string const & text) { m_text += text + " "; }
     std::string take() { return std::exchange(m_text, {}); }
 
@@ -22,7 +20,7 @@ private:
     std::string m_text;
 };
 
-/// A plug-in without a module that notes each call as its name and an operation.
+/// A plug-in without a module that notes each call as its name and an operation, and then does what it is told to.
 template <class P>
 class ViewDouble : public P
 {
@@ -40,31 +38,26 @@ public:
     void uninitialize() override { m_isInitialized = false, note("uninitialize"); }
     bool IsInitialized() const override { return m_isInitialized; }
     void idle() override { note("idle"); }
-    void reshape(unsigned int width, unsigned int height) override
-    {
-        note("reshape" + std::to_string(width) + "x" + std::to_string(height));
-    }
-    bool button(Controller const & controller) override
-    {
-        return input("button" + std::to_string(controller.GetActiveButton()), controller);
-    }
-    bool cursor(Controller const & controller) override
-    {
-        return input("cursor" + std::to_string(controller.GetActiveCursor()), controller);
-    }
+    void reshape(unsigned int x, unsigned int y) override { note("reshape" + std::to_string(x) + std::to_string(y)); }
+    bool button(Controller const & controller) override { return react("button", controller.GetActiveButton()); }
+    bool cursor(Controller const & controller) override { return react("cursor", controller.GetActiveCursor()); }
 
-    /// What it does with an event, in place of not handling it. It may delete the double.
-    std::function<bool(Controller const &)> onInput;
+    /// The result of an event or of a compositor's frame; it may delete the double.
+    std::function<bool()> reaction;
 
 protected:
     void note(std::string const & operation) { m_log.note(m_name + "." + operation); }
+    bool react(bool fallback)
+    {
+        auto const copy = reaction;
+        return copy ? copy() : fallback;
+    }
 
 private:
-    bool input(std::string const & operation, Controller const & controller)
+    bool react(std::string const & operation, unsigned int index)
     {
-        note(operation);
-        auto const reaction = onInput;
-        return reaction ? reaction(controller) : false;
+        note(operation + std::to_string(index));
+        return react(false);
     }
 
     Log & m_log;
@@ -72,28 +65,19 @@ private:
     bool m_isInitialized = false;
 };
 
-template <class P>
-class DisplayableDouble : public ViewDouble<P>
-{
-public:
-    using ViewDouble<P>::ViewDouble;
-    void display(Canvas &) override { this->note("display"); }
-    void overlay(Canvas &) override { this->note("overlay"); }
-};
-using RendererDouble = DisplayableDouble<RendererPlugin>;
-using InteractorDouble = DisplayableDouble<InteractorPlugin>;
+using RendererDouble = ViewDouble<RendererPlugin>;
+using InteractorDouble = ViewDouble<InteractorPlugin>;
 
 /// Displays nothing; notes what it is given.
 class CompositorDouble : public ViewDouble<CompositorPlugin>
 {
 public:
-    using Displayables = std::list<Displayable *>;
-    using Updates = std::map<Displayable *, unsigned int>;
     using ViewDouble::ViewDouble;
 
     void addDisplayable(Displayable * displayable) override { note("add:" + nameOf(displayable)); }
     void removeDisplayable(Displayable * displayable) override { note("remove:" + nameOf(displayable)); }
-    bool display(Displayables const & displayables, Updates const & updates) override
+    bool display(std::list<Displayable *> const & displayables,
+                 std::map<Displayable *, unsigned int> const & updates) override
     {
         std::string text = "display(";
         for (Displayable * const displayable : displayables) {
@@ -101,12 +85,8 @@ public:
             text += nameOf(displayable) + (update == updates.end() ? "" : std::to_string(update->second)) + ",";
         }
         note(text + std::to_string(updates.size()) + ")");
-        auto const reaction = onDisplay;
-        return reaction ? reaction() : true;
+        return react(true);
     }
-
-    /// Whether it is done with a frame.
-    std::function<bool()> onDisplay;
 
 private:
     static std::string nameOf(Displayable * displayable)
@@ -119,28 +99,14 @@ private:
 class ViewerDouble : public Viewer
 {
 public:
-    explicit ViewerDouble(Log & log, std::string const & name = "viewer")
-        : Viewer(name, ObjectAttribute::All), m_log(log)
-    {
-    }
+    explicit ViewerDouble(Log & log) : Viewer("viewer", ObjectAttribute::All), m_log(log) {}
     ~ViewerDouble() override { destroyViewer(); }
 
     void repaint() override { m_log.note("repaint"); }
-    void bindContext() override
-    {
-        m_log.note("(");
-        Viewer::bindContext();
-    }
-    void releaseContext() override
-    {
-        Viewer::releaseContext();
-        m_log.note(")");
-    }
+    void bindContext() override { m_log.note("("), Viewer::bindContext(); }
+    void releaseContext() override { Viewer::releaseContext(), m_log.note(")"); }
     void swapBuffers() override { m_log.note("swap"); }
-    void requestCursorShape(CursorShape shape) override
-    {
-        m_log.note("shape" + std::to_string(static_cast<int>(shape)));
-    }
+    void requestCursorShape(CursorShape shape) override { m_log.note(shape == CursorShape::Hand ? "hand" : "shape"); }
     void restoreCursorShape() override { m_log.note("restore"); }
 
 private:

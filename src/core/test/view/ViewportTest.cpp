@@ -1,93 +1,56 @@
 #include "view/Viewport.h"
-#include "object/Exception.h"
-#include "support/Output.h"
-#include "support/Recorder.h"
+#include "support/Testing.h"
 #include "view/Viewer.h"
 
-#include <memory>
-
-using namespace tesseralis;
-using namespace tesseralis::test;
-
-TEST(ViewportMembership, MovesAViewerAndInitialisesIt)
+TEST(Viewport, InitialisesTheViewersThatItHas)
 {
     Viewport first(0u);
     Viewport second(0u);
     auto * const viewer = new Viewer(0u);
-    std::string log;
-    auto const note = [&](std::string const & name) {
-        return [&log, name](Observable const &, ObservableEvent const & event) {
-            log += name + typeid(event).name() + " ";
-        };
-    };
+    Texts order;
     Recorder atFirst(first);
     Recorder atSecond(second);
     Recorder atViewer(*viewer);
     atFirst.SetReaction([&](Observable const &, ObservableEvent const & event) {
-        auto const & change = dynamic_cast<ViewportViewerEvent const &>(event);
-        EXPECT_EQ(change.GetViewer(), viewer);
+        EXPECT_EQ(dynamic_cast<ViewportViewerEvent const &>(event).GetViewer(), viewer);
         EXPECT_TRUE(first.HasViewer(viewer) && viewer->GetViewport() == &first && viewer->IsInitialized());
     });
-    atSecond.SetReaction(note("second:"));
-    atViewer.SetReaction(note("viewer:"));
-
+    for (Recorder * const recorder : {&atSecond, &atViewer}) {
+        recorder->SetReaction(
+            [&](Observable const &, ObservableEvent const & event) { order.push_back(typeid(event).name()); });
+    }
     viewer->SetViewport(nullptr);
     first.add(viewer);
     first.add(viewer);
     EXPECT_EQ(atFirst.GetCount(), 1u);
-    log.clear();
+    order.clear();
     viewer->SetViewport(&second);
-    EXPECT_EQ(log, std::string("viewer:") + typeid(ViewerUninitializeEvent).name() + " viewer:" +
-                       typeid(ViewerInitializeEvent).name() + " second:" + typeid(ViewportAdditionEvent).name() + " ");
-    EXPECT_NE(atFirst.GetAs<ViewportAdditionEvent>(0), nullptr);
+    EXPECT_EQ(order, (Texts{typeid(ViewerUninitializeEvent).name(), typeid(ViewerInitializeEvent).name(),
+                            typeid(ViewportAdditionEvent).name()}));
     EXPECT_NE(atFirst.GetAs<ViewportRemovalEvent>(1), nullptr);
+    first.remove(viewer);
     EXPECT_EQ(&*ViewportIterator(second), viewer);
 
-    first.remove(viewer);
-    EXPECT_EQ(viewer->GetViewport(), &second);
-    viewer->SetViewport(nullptr);
-    EXPECT_FALSE(viewer->IsInitialized());
+    atSecond.SetReaction([](Observable const &, ObservableEvent const &) { throw Exception("No."); });
+    EXPECT_EQ(logOf([&] { delete viewer; }), "No.\n\n");
     EXPECT_TRUE(ViewportIterator(second).IsAtEnd());
-    delete viewer;
 }
 
-TEST(ViewportMembership, EndsWithTheViewerOrWithTheViewport)
+TEST(Viewport, OwnsItsViewers)
 {
-    auto viewport = std::make_unique<Viewport>(0u);
-    Recorder recorder(*viewport);
     Recorder atViewers;
-    for (int i = 0; i < 3; ++i) {
-        auto * const viewer = new Viewer(0u);
-        viewer->addObserver(&atViewers);
-        viewport->add(viewer);
+    for (bool const clear : {true, false}) {
+        Viewport viewport(0u);
+        for (int i = 0; i < 3; ++i) {
+            auto * const viewer = new Viewer(0u);
+            viewer->addObserver(&atViewers);
+            viewport.add(viewer);
+        }
+        delete &*ViewportIterator(viewport);
+        if (clear) {
+            viewport.clearViewers();
+            EXPECT_TRUE(ViewportIterator(viewport).IsAtEnd());
+        }
     }
-    delete &*ViewportIterator(*viewport);
-    EXPECT_EQ(recorder.GetCountOf<ViewportRemovalEvent>(), 1u);
-    viewport->clearViewers();
-    EXPECT_EQ(recorder.GetCountOf<ViewportRemovalEvent>(), 3u);
-    EXPECT_EQ(atViewers.GetCountOf<ObservableDestructionEvent>(), 3u);
-    EXPECT_TRUE(ViewportIterator(*viewport).IsAtEnd());
-
-    auto * const viewer = new Viewer(0u);
-    viewer->addObserver(&atViewers);
-    viewport->add(viewer);
-    viewport.reset();
-    EXPECT_EQ(atViewers.GetCountOf<ObservableDestructionEvent>(), 4u);
-}
-
-TEST(ViewportObserver, ThatThrowsKeepsNoViewerFromComingOrGoing)
-{
-    Viewport viewport(0u);
-    auto * const viewer = new Viewer(0u);
-    Recorder atViewer(*viewer);
-    Recorder atViewport(viewport);
-    auto const refuse = [](Observable const &, ObservableEvent const &) { throw Exception("No."); };
-    atViewer.SetReaction(refuse);
-    EXPECT_THROW(viewport.add(viewer), Exception);
-    EXPECT_TRUE(viewport.HasViewer(viewer) && viewer->IsInitialized());
-    EXPECT_EQ(atViewport.GetCountOf<ViewportAdditionEvent>(), 1u);
-    atViewer.SetReaction({});
-    atViewport.SetReaction(refuse);
-    EXPECT_EQ(outputOf([&] { delete viewer; }).first, "No.\n\n");
-    EXPECT_TRUE(ViewportIterator(viewport).IsAtEnd());
+    EXPECT_EQ(atViewers.GetCountOf<ObservableDestructionEvent>(), 6u);
 }
