@@ -4,6 +4,7 @@
 #include "object/Guard.h"
 #include "object/Tesseralis.h"
 #include "value/Variant.h"
+#include "view/Controller.h"
 #include "view/Viewport.h"
 #include "view/detail/PluginKind.h"
 
@@ -153,20 +154,38 @@ void Viewer::resume(Plugin * plugin)
         bindContext();
         typed->reshape(m_width, m_height);
         if constexpr (std::is_convertible_v<decltype(typed), CompositorPlugin *>) {
-            introduceDisplayables(*typed);
+            introduceDisplayables(typed);
         }
         releaseContext();
-        update(typed, c_fullUpdate);
+        updateIfHere(typed);
     });
 }
 
-void Viewer::introduceDisplayables(CompositorPlugin & compositor)
+void Viewer::enterController(Plugin * plugin)
 {
-    m_updates[&compositor];
+    if (HasPlugin(plugin)) {
+        m_controllers[plugin] = std::make_shared<Controller>();
+    }
+}
+
+void Viewer::introduceDisplayables(CompositorPlugin * compositor)
+{
+    if (HasPlugin(compositor)) {
+        m_updates[compositor];
+    }
     forEachDisplayable([&](Displayable & displayable) {
-        compositor.addDisplayable(&displayable);
-        m_updates[&compositor][&displayable] |= c_fullUpdate;
+        if (HasPlugin(compositor)) {
+            m_updates[compositor][&displayable] |= c_fullUpdate;
+            compositor->addDisplayable(&displayable);
+        }
     });
+}
+
+void Viewer::updateIfHere(Plugin * plugin)
+{
+    if (HasPlugin(plugin)) {
+        update(plugin, c_fullUpdate);
+    }
 }
 
 bool Viewer::HasDisplayable(Displayable const * displayable) const

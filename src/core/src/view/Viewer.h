@@ -3,7 +3,6 @@
 #include "object/ModifiedObserver.h"
 #include "object/PointerIterator.h"
 #include "plugin/Container.h"
-#include "view/Controller.h"
 #include "view/PluginStack.h"
 #include "view/Translator.h"
 
@@ -11,6 +10,7 @@
 #include <exception>
 #include <list>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <tuple>
@@ -20,6 +20,7 @@
 namespace tesseralis {
 class Color;
 class CompositorPlugin;
+class Controller;
 class Displayable;
 template <class T, unsigned int N>
 class Image;
@@ -75,7 +76,8 @@ public:
 /// cursor() and button(), and asks for nothing else: plug-ins come by add() or from a document.
 ///
 /// Everything runs on the thread of the GL context and takes no lock of its own. What is called, plug-ins as well as
-/// overrides, may add, remove, enable and move plug-ins; those that have left are not called any more.
+/// overrides, may add, remove, enable, move and end plug-ins, also themselves; those that have left are not called any
+/// more.
 class TESSERALIS_API Viewer : public Container
 {
 public:
@@ -285,8 +287,11 @@ private:
     void activatedTyped(P * plugin);
     template <class P>
     void initializeDisplayable(P * displayable);
-    void introduceDisplayables(CompositorPlugin & compositor);
     std::exception_ptr initializeModule(Plugin * plugin);
+    void enterController(Plugin * plugin);
+    void introduceDisplayables(CompositorPlugin * compositor);
+    void finishInitialization(Plugin * plugin, std::exception_ptr const & failure);
+    void updateIfHere(Plugin * plugin);
 
     Color GetBackgroundColor();
     std::list<Displayable *> GetEnabledDisplayables() const;
@@ -320,7 +325,7 @@ private:
     Stacks m_stacks;
     std::map<CompositorPlugin *, Updates> m_updates;
     std::set<Group> m_groups;
-    std::unordered_map<Plugin *, Controller> m_controllers;
+    std::unordered_map<Plugin *, std::shared_ptr<Controller>> m_controllers; // shared with the event that is offered
     std::unordered_map<Plugin *, Translator> m_translators;
     // Of the plug-ins in groups and with a translator, which need not be in the viewer.
     ModifiedObserver m_destructionObserver;

@@ -2,7 +2,9 @@
 
 #include "gpu/platform/OpenGL.h"
 #include "math/Color.h"
+#include "math/Vector.h"
 #include "value/Variant.h"
+#include "view/Controller.h"
 #include "view/Viewer.h"
 #include "view/detail/PluginKind.h"
 
@@ -133,11 +135,15 @@ void Viewer::dispatchInput(Translate const & translate, Call const & call)
 {
     auto const isConsumedBy = [&](auto & plugin) {
         auto const found = plugin.IsEnabled() ? m_controllers.find(&plugin) : m_controllers.end();
-        bool consume = false;
-        if (found == m_controllers.end() || !translate(FindTranslator(&plugin), found->second, consume)) {
+        if (found == m_controllers.end()) {
             return false;
         }
-        bool const isHandled = call(plugin, found->second);
+        std::shared_ptr<Controller> const controller = found->second; // the plug-in may end itself
+        bool consume = false;
+        if (!translate(FindTranslator(&plugin), *controller, consume)) {
+            return false;
+        }
+        bool const isHandled = call(plugin, *controller);
         return consume && isHandled;
     };
     GetStack<CompositorPlugin>().FindFromBack(isConsumedBy) ||

@@ -67,28 +67,38 @@ void Viewer::initializeDisplayable(P * displayable)
 {
     bindContext();
     std::exception_ptr const failure = initializeModule(displayable);
-    m_controllers.insert_or_assign(displayable, Controller());
-    GetStack<CompositorPlugin>().forEach(
-        [&](CompositorPlugin & compositor) { compositor.addDisplayable(displayable); });
-    displayable->reshape(m_width, m_height);
-    displayable->addObserver(&m_pluginObserver);
-    releaseContext();
-    update(displayable, c_fullUpdate);
-    if (failure) {
-        std::rethrow_exception(failure);
+    enterController(displayable);
+    GetStack<CompositorPlugin>().forEach([&](CompositorPlugin & compositor) {
+        if (HasPlugin(displayable)) {
+            compositor.addDisplayable(displayable);
+        }
+    });
+    if (HasPlugin(displayable)) {
+        displayable->reshape(m_width, m_height);
     }
+    finishInitialization(displayable, failure);
 }
 
 void Viewer::initialize(CompositorPlugin * compositor)
 {
     bindContext();
     std::exception_ptr const failure = initializeModule(compositor);
-    compositor->reshape(m_width, m_height);
-    m_controllers.insert_or_assign(compositor, Controller());
-    introduceDisplayables(*compositor);
-    compositor->addObserver(&m_pluginObserver);
+    if (HasPlugin(compositor)) {
+        compositor->reshape(m_width, m_height);
+    }
+    enterController(compositor);
+    introduceDisplayables(compositor);
+    finishInitialization(compositor, failure);
+}
+
+// What was called may have ended the plug-in.
+void Viewer::finishInitialization(Plugin * plugin, std::exception_ptr const & failure)
+{
+    if (HasPlugin(plugin)) {
+        plugin->addObserver(&m_pluginObserver);
+    }
     releaseContext();
-    update(compositor, c_fullUpdate);
+    updateIfHere(plugin);
     if (failure) {
         std::rethrow_exception(failure);
     }
@@ -102,8 +112,11 @@ void Viewer::uninitializeTyped(P * plugin)
     plugin->removeObserver(&m_pluginObserver);
     m_controllers.erase(plugin);
     if constexpr (std::is_base_of_v<Displayable, P>) {
-        GetStack<CompositorPlugin>().forEach(
-            [&](CompositorPlugin & compositor) { compositor.removeDisplayable(plugin); });
+        GetStack<CompositorPlugin>().forEach([&](CompositorPlugin & compositor) {
+            if (HasPlugin(plugin)) {
+                compositor.removeDisplayable(plugin);
+            }
+        });
     }
     releaseContext();
 }

@@ -38,11 +38,16 @@ public:
     void uninitialize() override { m_isInitialized = false, note("uninitialize"); }
     bool IsInitialized() const override { return m_isInitialized; }
     void idle() override { note("idle"); }
-    void reshape(unsigned int x, unsigned int y) override { note("reshape" + std::to_string(x) + std::to_string(y)); }
+    void reshape(unsigned int x, unsigned int y) override
+    {
+        note("reshape" + std::to_string(x) + std::to_string(y));
+        react(true);
+    }
     bool button(Controller const & controller) override { return react("button", controller.GetActiveButton()); }
     bool cursor(Controller const & controller) override { return react("cursor", controller.GetActiveCursor()); }
 
-    /// The result of an event or of a compositor's frame; it may delete the double.
+    /// Called by reshape(), events and a compositor's display(), of which it gives the result. It may delete the
+    /// double.
     std::function<bool()> reaction;
 
 protected:

@@ -284,6 +284,14 @@ TEST_F(ViewerTest, GoesOnWhenPluginsEndThemselvesAndOthers)
     EXPECT_EQ(noted([&] { viewer->button("mouse0.leftbutton", true); }),
               "c.button0 u.button0 repaint c.button0 t.button0 t.end ( c.remove:t ) s.button0 u.button0 s.button0 ");
 
+    auto const addBrief = [&](auto * plugin) {
+        plugin->reaction = [=] { return delete plugin, true; };
+        viewer->add(plugin);
+    };
+    EXPECT_EQ(noted([&] { addBrief(new RendererDouble("v", log)); }),
+              "( v.initialize c.add:v v.reshape11 v.end ( c.remove:v ) ) ");
+    EXPECT_EQ(noted([&] { addBrief(new CompositorDouble("w", log)); }), "( w.initialize w.reshape11 w.end ( ) ) ");
+
     Recorder recorder(*s);
     recorder.SetReaction([&](Observable const &, ObservableEvent const &) { recorder.SetReaction({}), delete u; });
     viewer->group({c, s, u});
