@@ -93,7 +93,7 @@ private:
     /// Above the viewer's left shoulder, since no camera has been placed yet.
     static void placeLight()
     {
-        GLfloat const position[] = {-0.5f, 2.0f, 4.0f, 0.0f};
+        GLfloat const position[] = {-0.3f, 0.6f, 1.0f, 0.0f};
         glLightfv(GL_LIGHT0, GL_POSITION, position);
         glEnable(GL_LIGHT0);
         glEnable(GL_NORMALIZE);
