@@ -7,10 +7,11 @@ TEST(Eatable, TakesItsLiteralWithTheWhiteSpaceRoundIt)
     int first = 0;
     int second = 0;
     stream >> eatable("(") >> first >> eatable(";") >> second >> eatable(")");
-    EXPECT_FALSE(stream.fail());
-    EXPECT_TRUE(stream.eof());
-    EXPECT_EQ(first, 7);
-    EXPECT_EQ(second, 8);
+    EXPECT_TRUE(!stream.fail() && stream.eof());
+    EXPECT_TRUE(first == 7 && second == 8);
+    std::istringstream text("  x");
+    text >> eatable("");
+    EXPECT_EQ(text.peek(), ' ') << "an empty literal reads nothing";
 }
 
 TEST(Eatable, FailsOnAMismatchAndKeepsTheFormatFlags)
@@ -22,13 +23,6 @@ TEST(Eatable, FailsOnAMismatchAndKeepsTheFormatFlags)
         EXPECT_TRUE(stream.fail()) << text;
         EXPECT_EQ(stream.flags(), flags) << text;
     }
-}
-
-TEST(Eatable, ReadsNothingForAnEmptyLiteral)
-{
-    std::istringstream stream("  x");
-    stream >> eatable("");
-    EXPECT_EQ(stream.peek(), ' ');
 }
 
 TEST(ExceptionMessage, IsFormattedAndSurvivesPercentSignsInItsArguments)

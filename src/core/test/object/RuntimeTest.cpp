@@ -82,18 +82,16 @@ TEST(LoggerOutput, IsColouredOnATerminalOnly)
                                  "\x1b[91m+\x1b[31m-\x1b[92m+\x1b[32m-\x1b[94m+\x1b[34m-\x1b[93m+\x1b[33m-"
                                  "\x1b[95m+\x1b[35m-\x1b[96m+\x1b[36m-\x1b[97m+\x1b[37m-");
     EXPECT_EQ(onTerminal([] { delete &Logger::Get(); }), "\x1b[0m");
-    testing::internal::CaptureStdout();
-    speak();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "xxxx+-+-+-+-+-+-+-");
+    EXPECT_EQ(logOf(speak), "xxxx+-+-+-+-+-+-+-");
 }
 
 TEST(LoggerException, NamesTheSourceTheFunctionAndTheMessage)
 {
-    testing::internal::CaptureStdout();
-    Logger::Get().exception("plugin_a", "Renderer", "display", Exception("Failed."));
-    Logger::Get().exception("plugin_a", "Renderer", "display");
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "[plugin_a] Renderer::display(): \nFailed.\n\n"
-                                                      "[plugin_a] Renderer::display(): \nUnknown error.\n\n");
+    Logger & logger = Logger::Get();
+    EXPECT_EQ(logOf([&] { logger.exception("plugin_a", "Renderer", "display", Exception("Failed.")); }),
+              "[plugin_a] Renderer::display(): \nFailed.\n\n");
+    EXPECT_EQ(logOf([&] { logger.exception("plugin_a", "Renderer", "display"); }),
+              "[plugin_a] Renderer::display(): \nUnknown error.\n\n");
 }
 
 TEST(TimerReading, RisesWhileRunningAndStandsWhenStopped)

@@ -41,8 +41,7 @@ TEST(PluginContainerOwnership, MovesWithAddAndComesBackWithRemove)
     EXPECT_FALSE(first.HasPlugin(plugin.get()));
     EXPECT_EQ(plugin->GetContainer(), &second);
     EXPECT_EQ(atFirst.GetCount(), 2u);
-    EXPECT_NE(atFirst.GetAs<PluginContainerAdditionEvent>(0), nullptr);
-    EXPECT_NE(atFirst.GetAs<PluginContainerRemovalEvent>(1), nullptr);
+    EXPECT_TRUE(atFirst.GetAs<PluginContainerAdditionEvent>(0) && atFirst.GetAs<PluginContainerRemovalEvent>(1));
     EXPECT_EQ(atPlugin.GetCountOf<PluginInitializeEvent>(), 2u);
     EXPECT_EQ(atPlugin.GetCountOf<PluginUninitializeEvent>(), 1u);
 

@@ -126,9 +126,8 @@ TEST_F(SafeSave, AFailureLeavesTheOldDocumentAndNothingElse)
 TEST_F(SafeSave, APipeIsWrittenToDirectly)
 {
     ASSERT_EQ(mkfifo(filename.c_str(), 0600), 0);
-    std::thread writer([&] { saveGeneration(filename, 7); });
+    std::jthread const writer([&] { saveGeneration(filename, 7); });
     EXPECT_EQ(loadGeneration(filename), 7);
-    writer.join();
     EXPECT_TRUE(fs::is_fifo(filename));
 }
 
@@ -155,7 +154,7 @@ TEST_F(SafeSave, AKilledProcessLeavesTheOldOrTheNewDocumentWhole)
 TEST_F(SafeSave, WritersOfTheSameFileDoNotMeet)
 {
     std::string const longest = directory.GetPath(std::string(255, 'x'));
-    std::vector<std::thread> writers;
+    std::vector<std::jthread> writers;
     for (int i = 0; i < 4; ++i) {
         writers.emplace_back([&, i] {
             for (int generation = 0; generation < 10; ++generation) {
@@ -163,9 +162,7 @@ TEST_F(SafeSave, WritersOfTheSameFileDoNotMeet)
             }
         });
     }
-    for (std::thread & writer : writers) {
-        writer.join();
-    }
+    writers.clear();
     EXPECT_EQ(loadGeneration(longest) % 10, 9);
     EXPECT_EQ(GetFileCount(), 1);
 }

@@ -28,12 +28,22 @@ std::string read(Variant const & variant)
     return stream.str().empty() ? message : stream.str();
 }
 
-/// The text after an assignment of a plain value, or the message of what it throws.
-template <class T>
-std::string write(Variant target, T const & value)
+template <class... T>
+Texts readAll(Variant const & variant)
 {
-    std::string const message = messageOf([&] { target = value; });
-    return message == "nothing was thrown" ? target.operator std::string() : message;
+    return {read<T>(variant)...};
+}
+
+/// The texts after an assignment of each plain value, or the messages of what it throws.
+template <class... T>
+Texts writeAll(Variant const & target, T const &... values)
+{
+    auto const write = [&](auto const & value) {
+        Variant changed = target;
+        std::string const message = messageOf([&] { changed = value; });
+        return message == "nothing was thrown" ? changed.operator std::string() : message;
+    };
+    return {write(values)...};
 }
 
 /// A cell of the tables that isn't a result: "-" stands for a type that is never taken or given, "?" for a text that is
@@ -93,17 +103,10 @@ TEST(VariantConversion, GivesWhatTheTypeAndTheValueAllow)
         Variant const & source = row.source;
         std::string const text = source;
         SCOPED_TRACE(source.GetTypeName() + " " + text);
-        std::pair<std::string, char const *> const results[] = {{text, ""},
-                                                                {read<bool>(source), "bool"},
-                                                                {read<int>(source), "int"},
-                                                                {read<float>(source), "int"},
-                                                                {read<Vector>(source), "vector"},
-                                                                {read<Quaternion>(source), "quaternion"},
-                                                                {read<Box>(source), "box"},
-                                                                {read<Matrix>(source), "matrix"},
-                                                                {read<Color>(source), "color"}};
-        for (std::size_t i = 0; i < std::size(results); ++i) {
-            EXPECT_EQ(results[i].first, expand(row.cells[i], true, results[i].second, text));
+        Texts const results = readAll<std::string, bool, int, float, Vector, Quaternion, Box, Matrix, Color>(source);
+        char const * const types[] = {"", "bool", "int", "int", "vector", "quaternion", "box", "matrix", "color"};
+        for (std::size_t i = 0; i < results.size(); ++i) {
+            EXPECT_EQ(results[i], expand(row.cells[i], true, types[i], text));
         }
     }
 }
@@ -142,21 +145,12 @@ TEST(VariantConversion, TakesWhatTheTypeAndTheLimitsAllow)
     for (Row const & row : rows) {
         Variant const & target = row.target;
         SCOPED_TRACE(target.GetTypeName());
-        std::pair<std::string, char const *> const results[] = {{write(target, std::string("1")), "1"},
-                                                                {write(target, std::string("abc")), "abc"},
-                                                                {write(target, std::string("5")), "5"},
-                                                                {write(target, true), "bool"},
-                                                                {write(target, 1), "int"},
-                                                                {write(target, 5), "int"},
-                                                                {write(target, 1.0f), "int"},
-                                                                {write(target, 1.5f), "int"},
-                                                                {write(target, s_vector), "vector"},
-                                                                {write(target, s_quaternion), "quaternion"},
-                                                                {write(target, s_box), "box"},
-                                                                {write(target, s_matrix), "matrix"},
-                                                                {write(target, s_color), "color"}};
-        for (std::size_t i = 0; i < std::size(results); ++i) {
-            EXPECT_EQ(results[i].first, expand(row.cells[i], false, results[i].second, results[i].second));
+        Texts const results =
+            writeAll(target, "1", "abc", "5", true, 1, 5, 1.0f, 1.5f, s_vector, s_quaternion, s_box, s_matrix, s_color);
+        char const * const types[] = {"1",   "abc",    "5",          "bool", "int",    "int",  "int",
+                                      "int", "vector", "quaternion", "box",  "matrix", "color"};
+        for (std::size_t i = 0; i < results.size(); ++i) {
+            EXPECT_EQ(results[i], expand(row.cells[i], false, types[i], types[i]));
         }
     }
 }
