@@ -122,7 +122,7 @@ void FileMonitorDirectoryListener::tellRecords(std::vector<DirectoryRecord> cons
         std::string const path = m_directory + record->name;
         switch (record->action) {
         case DirectoryAction::Added:
-            fileAdded(path);
+            fileArrived(path);
             break;
         case DirectoryAction::Removed:
             fileRemoved(path);
@@ -197,17 +197,23 @@ void FileMonitorDirectoryListener::fileRenamed(std::string const & currentPath, 
         }
     }
 
-    // Whoever knew a file of the new name hears that there is another one now. A name that never had a file gets none
-    // by the renaming of one that isn't watched.
+    // A name that never had a file gets none by the renaming of one that isn't watched.
     auto const current = m_files.find(currentPath);
-    if (current == m_files.end()) {
-        return;
+    if (current != m_files.end() && current->second.presence != Presence::Unseen) {
+        fileArrived(currentPath);
+    } else if (current != m_files.end()) {
+        current->second.presence = Presence::Present;
     }
-    if (current->second.presence == Presence::Present) {
-        fileChanged(currentPath);
-    } else if (current->second.presence == Presence::Gone) {
-        fileAdded(currentPath);
+}
+
+/// Whoever knew a file of this name hears that there is another one now.
+void FileMonitorDirectoryListener::fileArrived(std::string const & path)
+{
+    auto const found = m_files.find(path);
+    if (found != m_files.end() && found->second.presence == Presence::Present) {
+        fileChanged(path);
+    } else {
+        fileAdded(path);
     }
-    current->second.presence = Presence::Present;
 }
 } // namespace tesseralis

@@ -77,6 +77,7 @@ private:
     void tell(std::string const & path, Presence presence, void (FileMonitor::*message)(std::string const &));
     void tellRecords(std::vector<detail::DirectoryRecord> const & records);
     void lookAtFiles();
+    void fileArrived(std::string const & path);
 
     mutable Mutex m_mutex; // comes before those of the monitors
     std::string m_directory;

@@ -122,6 +122,7 @@ TEST(FileMonitors, TellEachWayOfSavingAsWhatItIs)
     Action const makeDirectory = [](Path const & f) { fs::create_directory(f); };
     Action const moveOut = [](Path const & f) { fs::rename(f, at("elsewhere/f")); };
     Action const moveIn = [](Path const & f) { fs::rename(at("elsewhere/f"), f); };
+    Action const moveOver = [](Path const & f) { write(at("elsewhere/f")), fs::rename(at("elsewhere/f"), f); };
     std::pair<std::vector<Action>, char const *> const cases[] = {
         {{inPlace}, "changed f "},
         {{create}, "changed f "},
@@ -135,6 +136,7 @@ TEST(FileMonitors, TellEachWayOfSavingAsWhatItIs)
         {{backUp, replace}, "renamed to f~ added f "},
         {{remove, create}, "removed f added f changed f "},
         {{moveOut, moveIn}, "removed f added f "},
+        {{moveOver}, "changed f "},
         {{remove, makeDirectory, remove}, "removed f "},
     };
     // Some of them in the same directory by another name.
@@ -204,15 +206,23 @@ TEST(FileMonitors, FollowThePathWhenDirectoriesComeAndGo)
     }
     fs::create_directory_symlink("up/new", at("link"));
     fs::create_directory_symlink("up/moved", at("link.new"));
+    fs::create_directory(at("none"));
+    fs::create_directory_symlink("./none/../link", at("chain"));
     settle();
     Watcher watcher(at("up/d/f"));
     Watcher linked(at("link/f"));
+    Watcher chained(at("chain/f"));
 
     rename("up/d", "up/moved");
     EXPECT_EQ(watcher.next(), "removed f ");
     write(at("up/moved/f")); // no longer the watcher's business
     rename("link.new", "link");
     EXPECT_EQ(linked.next(), "changed f ");
+    EXPECT_EQ(chained.next(), "changed f ");
+    rename("none", "some");
+    EXPECT_EQ(chained.next(), "removed f ");
+    rename("some", "none");
+    EXPECT_EQ(chained.next(), "added f ");
     rename("up/new", "up/d");
     EXPECT_EQ(watcher.next(), "added f ");
     write(watcher.path);
@@ -230,7 +240,9 @@ TEST(FileMonitors, FollowThePathWhenDirectoriesComeAndGo)
     }
     fs::remove_all(at("up"));
     EXPECT_EQ(watcher.next(), "removed f ");
-    fs::remove(at("link"));
+    for (char const * name : {"link", "chain", "none"}) {
+        fs::remove(at(name));
+    }
 }
 
 TEST(FileMonitors, WatchInEveryDirectoryThereIs)

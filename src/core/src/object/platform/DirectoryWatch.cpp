@@ -4,8 +4,10 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <filesystem>
 #include <iterator>
 #include <string_view>
+#include <system_error>
 
 #include <poll.h>
 #include <pthread.h>
@@ -27,6 +29,11 @@ constexpr std::uint32_t c_lossEvents = c_selfEvents | IN_UNMOUNT | IN_IGNORED;
 // The two halves of a rename are queued one after the other, not both at once.
 constexpr int c_halfMilliseconds = 2;
 
+// What one batch reads at most, many times what the system's queue holds: others may write faster than this is read.
+constexpr int c_mostReads = 1000;
+
+constexpr int c_mostLinks = 40; // on the way to a directory, as in the system
+
 constexpr std::chrono::microseconds c_wakingTime(60);
 
 void closeDescriptor(int descriptor)
@@ -34,6 +41,16 @@ void closeDescriptor(int descriptor)
     if (descriptor >= 0) {
         close(descriptor);
     }
+}
+
+/// The names between the separators of a path, the first one on top.
+std::vector<std::filesystem::path> stackOfNames(std::filesystem::path const & path)
+{
+    std::filesystem::path const relative = path.relative_path();
+    std::vector<std::filesystem::path> names(relative.begin(), relative.end());
+    std::erase_if(names, [](std::filesystem::path const & name) { return name.empty() || name == "."; });
+    std::reverse(names.begin(), names.end());
+    return names;
 }
 } // namespace
 
@@ -49,8 +66,11 @@ public:
     void readAll()
     {
         alignas(inotify_event) char buffer[16384];
-        ssize_t size = 0;
-        while ((size = ::read(m_watch.m_events, buffer, sizeof buffer)) > 0 || (size < 0 && errno == EINTR)) {
+        for (int i = 0; i < c_mostReads; ++i) {
+            ssize_t const size = ::read(m_watch.m_events, buffer, sizeof buffer);
+            if (size == 0 || (size < 0 && errno != EINTR)) {
+                return;
+            }
             for (ssize_t position = 0; position < size;) {
                 auto const * const event = reinterpret_cast<inotify_event const *>(buffer + position);
                 add(*event, event->len > 0 ? event->name : "");
@@ -211,7 +231,8 @@ int DirectoryWatch::watch(std::string const & path, unsigned int events)
     return inotify_add_watch(m_events, path.c_str(), events | IN_EXCL_UNLINK | IN_MASK_ADD);
 }
 
-/// Sets all watches anew, from the root down, so that whatever changes further down meanwhile is noticed.
+/// Sets all watches anew, from the root down, so that whatever changes further down meanwhile is noticed. Symbolic
+/// links are followed one by one, since each may come to lead elsewhere.
 void DirectoryWatch::follow()
 {
     // What the queue still holds from the former watches won't be taken for the new ones', whose numbers are others.
@@ -220,32 +241,44 @@ void DirectoryWatch::follow()
     }
     inotify_rm_watch(m_events, m_content);
     m_way.clear();
+    m_content = -1;
 
-    // While there is a directory, each part of the path tells when it goes. Links are such parts too.
-    forEachPart([&](std::size_t, std::size_t end) {
-        m_way.emplace_back(watch(m_directory.substr(0, end), c_selfEvents | IN_DONT_FOLLOW), "");
-    });
-    m_content = watch(m_directory, c_contentEvents | IN_ONLYDIR);
-    if (m_content >= 0) {
-        return;
+    std::filesystem::path place = "/"; // without links and ".."
+    std::vector<std::filesystem::path> names = stackOfNames(m_directory);
+    for (int links = 0; !names.empty() && links <= c_mostLinks;) {
+        std::filesystem::path const name = names.back();
+        names.pop_back();
+        if (!watchPart(place, name)) {
+            return;
+        }
+        std::error_code error;
+        std::filesystem::path const target = std::filesystem::read_symlink(place / name, error);
+        if (error) {
+            place = (place / name).lexically_normal();
+            continue;
+        }
+        ++links;
+        place = target.is_absolute() ? "/" : place;
+        std::vector<std::filesystem::path> const more = stackOfNames(target);
+        names.insert(names.end(), more.begin(), more.end());
     }
-
-    // While there is none, each directory on the way tells when the part that leads on comes.
-    forEachPart([&](std::size_t start, std::size_t end) {
-        m_way.emplace_back(watch(m_directory.substr(0, start), c_arrivalEvents | IN_ONLYDIR),
-                           m_directory.substr(start, end - start));
-    });
     m_content = watch(m_directory, c_contentEvents | IN_ONLYDIR);
 }
 
-/// Calls with where each part of the path between its separators starts and ends.
-template <class Callable>
-void DirectoryWatch::forEachPart(Callable && callable) const
+/// Watches an entry of a directory on the way. If there is none, the directory is watched until it comes; false then.
+bool DirectoryWatch::watchPart(std::filesystem::path const & directory, std::string const & name)
 {
-    std::size_t start = 1;
-    for (std::size_t end = 0; (end = m_directory.find('/', start)) != std::string::npos; start = end + 1) {
-        callable(start, end);
+    auto const watchEntry = [&] {
+        int const number = watch((directory / name).string(), c_selfEvents | IN_DONT_FOLLOW);
+        bool const isThere = number >= 0 || errno != ENOENT;
+        m_way.emplace_back(number, "");
+        return isThere;
+    };
+    if (watchEntry()) {
+        return true;
     }
+    m_way.emplace_back(watch(directory.string(), c_arrivalEvents | IN_ONLYDIR), name);
+    return watchEntry(); // it may have come meanwhile
 }
 
 bool DirectoryWatch::waitFor(int descriptor)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <thread>
@@ -33,8 +34,8 @@ struct DirectoryBatch
 };
 
 /// Watches what is directly inside the directory that a path leads to. If the path stops leading there, since a part of
-/// it is deleted, renamed or replaced, the watch goes on with what the path leads to next, as soon as there is one.
-/// Directories inside are left out. One thread waits and reads; wake() is for any.
+/// it or of a symbolic link in it is deleted, renamed or replaced, the watch goes on with what the path leads to next,
+/// as soon as there is one. Directories inside are left out. One thread waits and reads; wake() is for any.
 class DirectoryWatch
 {
 public:
@@ -60,8 +61,7 @@ private:
     bool IsOpen() const;
     int watch(std::string const & path, unsigned int events);
     void follow();
-    template <class Callable>
-    void forEachPart(Callable && callable) const;
+    bool watchPart(std::filesystem::path const & directory, std::string const & name);
     bool waitFor(int descriptor);
 
     std::string m_directory;
