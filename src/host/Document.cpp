@@ -8,6 +8,7 @@
 #include "value/Serializer.h"
 
 #include <iostream>
+#include <utility>
 
 namespace tesseralis::host {
 namespace {
@@ -32,16 +33,55 @@ void moveChild(ArchiveElement & child, ArchiveElement & target)
     ArchiveElement copy = target.store(child.GetName());
     moveContent(child, copy);
 }
+
+void checkRoot(Archive & archive, std::string const & filename)
+{
+    std::string const tag = ArchiveElement(archive).GetName();
+    if (tag != c_rootTag) {
+        throw Exception("'%s' is not a document of this program: its root tag is '%s'.", filename.c_str(), tag.c_str());
+    }
+}
+
+/// For the text of a file that has been read already.
+class TextSerializer : public XmlSerializer
+{
+public:
+    void load(Archive & archive, std::string const & text, std::string const & filename)
+    {
+        loadText(archive, text, "'" + filename + "'");
+    }
+};
 } // namespace
 
 void Document::load(std::string const & filename)
 {
     Archive archive;
     Serializer(filename).load(archive);
-    std::string const tag = ArchiveElement(archive).GetName();
-    if (tag != c_rootTag) {
-        throw Exception("'%s' is not a document of this program: its root tag is '%s'.", filename.c_str(), tag.c_str());
+    checkRoot(archive, filename);
+    makeObjects(archive);
+}
+
+void Document::reload(std::string const & filename, std::string const & text)
+{
+    Archive archive;
+    TextSerializer().load(archive, text, filename);
+    checkRoot(archive, filename);
+    Archive former;
+    former.store();
+    Archive const formerlySkipped = std::exchange(m_skipped, Archive());
+    Tesseralis::Get().clearObjects();
+    try {
+        makeObjects(archive);
+    } catch (...) {
+        Tesseralis::Get().clearObjects();
+        m_skipped = formerlySkipped;
+        former.retrieve(ObjectAttribute::All);
+        throw;
     }
+}
+
+void Document::makeObjects(Archive & archive)
+{
     skipUnknownObjects(archive);
     archive.retrieve(ObjectAttribute::All);
 }

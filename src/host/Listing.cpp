@@ -14,7 +14,6 @@
 
 namespace tesseralis::host {
 namespace {
-using Row = std::array<std::string, 5>;
 constexpr std::size_t c_widestCell = 60;
 
 std::string limitsOf(Variant const & value)
@@ -53,24 +52,15 @@ std::string remarksOn(PropertyContainerIterator const & property)
     return remarks;
 }
 
-std::vector<Row> rowsOf(PropertyContainer & container)
+void printRows(std::ostream & stream, std::vector<PropertyRow> const & rows)
 {
-    std::vector<Row> rows;
-    for (PropertyContainerIterator i(container); !i.IsAtEnd(); ++i) {
-        rows.push_back({onOneLine(i.GetName()), i->GetTypeName(), toLine(*i), limitsOf(*i), remarksOn(i)});
-    }
-    return rows;
-}
-
-void printRows(std::ostream & stream, std::vector<Row> const & rows)
-{
-    std::array<std::size_t, std::tuple_size_v<Row>> widths{};
-    for (Row const & row : rows) {
+    std::array<std::size_t, std::tuple_size_v<PropertyRow>> widths{};
+    for (PropertyRow const & row : rows) {
         for (std::size_t column = 0; column < row.size(); ++column) {
             widths[column] = std::max(widths[column], std::min(widthOf(row[column]), c_widestCell));
         }
     }
-    for (Row const & row : rows) {
+    for (PropertyRow const & row : rows) {
         std::string line;
         for (std::size_t column = 0; column < row.size(); ++column) {
             std::string const & cell = row[column];
@@ -82,12 +72,21 @@ void printRows(std::ostream & stream, std::vector<Row> const & rows)
 }
 } // namespace
 
+std::vector<PropertyRow> describeProperties(PropertyContainer & container)
+{
+    std::vector<PropertyRow> rows;
+    for (PropertyContainerIterator i(container); !i.IsAtEnd(); ++i) {
+        rows.push_back({onOneLine(i.GetName()), i->GetTypeName(), toLine(*i), limitsOf(*i), remarksOn(i)});
+    }
+    return rows;
+}
+
 void printObjects(std::ostream & stream)
 {
     for (TesseralisIterator i(Tesseralis::Get()); !i.IsAtEnd(); ++i) {
         stream << i->GetObjectTypeName() << " '" << onOneLine(i.GetName()) << "'\n";
         if (auto * const container = dynamic_cast<PropertyContainer *>(i.GetObject())) {
-            printRows(stream, rowsOf(*container));
+            printRows(stream, describeProperties(*container));
         }
     }
 }

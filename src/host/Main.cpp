@@ -1,4 +1,5 @@
 #include "Document.h"
+#include "Follower.h"
 #include "Frame.h"
 #include "HostConsole.h"
 #include "HostViewer.h"
@@ -40,6 +41,7 @@ struct Options
     bool list = false;
     bool json = false;
     bool watch = false;
+    bool follow = false;
     bool listModules = false;
     bool trust = false;
     bool noModules = false;
@@ -48,6 +50,7 @@ struct Options
     {
         return noModules ? Modules::Trust::Nothing : trust ? Modules::Trust::Everything : Modules::Trust::Folders;
     }
+    Watcher::Scope GetScope() const { return watch ? Watcher::Scope::Objects : Watcher::Scope::Registry; }
 };
 
 void declareOptions(CLI::App & application, Options & options)
@@ -74,6 +77,11 @@ void declareOptions(CLI::App & application, Options & options)
                     "Have the console's first host evaluate a text, and print the result; scripts see the objects")
         ->type_name("TEXT");
     application.add_flag("--watch", options.watch, "Print every event while the changes are made");
+    application
+        .add_flag("--follow", options.follow,
+                  "Stay after all this, load the document again whenever its file changes, and print what happens; "
+                  "Ctrl-C ends it, and then --save comes")
+        ->needs(session);
     application
         .add_option("--save", options.save,
                     "Save all objects to a document; the old file stays whole until the new one is complete")
@@ -107,7 +115,8 @@ std::string textOf(Variant const & value, bool json)
 
 void change(Options const & options)
 {
-    std::unique_ptr<Watcher> const watcher = options.watch ? std::make_unique<Watcher>(GetOutput()) : nullptr;
+    std::unique_ptr<Watcher> const watcher =
+        options.watch ? std::make_unique<Watcher>(GetOutput(), options.GetScope()) : nullptr;
     for (std::string const & assignment : options.assignments) {
         setProperty(assignment);
     }
@@ -115,7 +124,8 @@ void change(Options const & options)
 
 std::string evaluate(Options const & options, Modules const & modules)
 {
-    std::unique_ptr<Watcher> const watcher = options.watch ? std::make_unique<Watcher>(GetOutput()) : nullptr;
+    std::unique_ptr<Watcher> const watcher =
+        options.watch ? std::make_unique<Watcher>(GetOutput(), options.GetScope()) : nullptr;
     Variant const result = HostConsole::find(modules).evaluate(*options.evaluate);
     return result.IsDefined() ? toLine(result) + "\n" : std::string();
 }
@@ -131,6 +141,8 @@ void run(Options const & options)
     registerObjectTypes();
     Tesseralis::Get().registerObjectType(HostConsole::GetTypeName(), &HostConsole::createObject);
     Tesseralis::Get().registerObjectType(HostViewer::GetTypeName(), &HostViewer::createObject);
+    std::unique_ptr<Follower> const follower =
+        options.follow ? std::make_unique<Follower>(options.session, options.GetScope()) : nullptr;
     std::optional<Frame> frame;
     if (options.frame.filename) {
         frame.emplace(options.frame);
@@ -150,12 +162,16 @@ void run(Options const & options)
     if (options.list) {
         printObjects(GetOutput());
     }
-    GetOutput() << result << value << std::flush;
-    if (!GetOutput()) {
-        throw Exception("The output can't be written.");
-    }
+    GetOutput() << result << value;
+    flushOutput();
     if (frame) {
         frame->write();
+    }
+    if (follower) {
+        follower->run(document);
+    }
+    if (follower && options.save) {
+        follower->prepareSaving(document, *options.save);
     }
     if (options.save) {
         document.save(*options.save);

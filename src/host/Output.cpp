@@ -2,6 +2,8 @@
 
 #include "Text.h"
 
+#include "object/Exception.h"
+
 #include <iostream>
 #include <string>
 
@@ -62,6 +64,14 @@ std::ostream & GetOutput()
 {
     static std::ostream s_output(std::cout.rdbuf());
     return s_output;
+}
+
+void flushOutput()
+{
+    GetOutput() << std::flush;
+    if (!GetOutput()) {
+        throw Exception("The output can't be written.");
+    }
 }
 
 LogRedirection::LogRedirection() : m_log(std::make_unique<LogBuffer>())

@@ -7,6 +7,8 @@
 namespace tesseralis::host {
 /// What this program has to say, on standard output.
 std::ostream & GetOutput();
+/// Throws Exception if it can't be written.
+void flushOutput();
 
 /// Turns what the library logs on std::cout into warnings on standard error, one line for each entry, for its own life.
 /// Only GetOutput() reaches standard output meanwhile.

@@ -2,6 +2,7 @@
 
 #include "Text.h"
 
+#include "object/FileMonitor.h"
 #include "object/Tesseralis.h"
 #include "value/PropertyContainer.h"
 #include "value/Variant.h"
@@ -58,12 +59,24 @@ std::string describeForObject(Object const & object, ObservableEvent const & eve
     std::string const value = toLine(container.GetProperty(about->GetName(), Variant()));
     return (Is<PropertyContainerAdditionEvent>(event) ? "added property " : "changed property ") + name + " = " + value;
 }
+
+std::string describeForFile(ObservableEvent const & event)
+{
+    if (auto const * const renamed = dynamic_cast<FileMonitorRenameEvent const *>(&event)) {
+        return "renamed " + fromTo(renamed->GetPreviousFilename(), renamed->GetCurrentFilename());
+    }
+    auto const & about = dynamic_cast<FileMonitorFileEvent const &>(event);
+    char const * const what = Is<FileMonitorAdditionEvent>(event)  ? "added"
+                              : Is<FileMonitorRemovalEvent>(event) ? "removed"
+                                                                   : "changed";
+    return std::string(what) + " '" + onOneLine(about.GetFilename()) + "'";
+}
 } // namespace
 
-Watcher::Watcher(std::ostream & stream) : m_stream(stream)
+Watcher::Watcher(std::ostream & stream, Scope scope) : m_stream(stream), m_scope(scope)
 {
     Tesseralis::Get().addObserver(this);
-    for (TesseralisIterator i(Tesseralis::Get()); !i.IsAtEnd(); ++i) {
+    for (TesseralisIterator i(Tesseralis::Get()); m_scope == Scope::Objects && !i.IsAtEnd(); ++i) {
         i->addObserver(this);
     }
 }
@@ -71,12 +84,23 @@ Watcher::Watcher(std::ostream & stream) : m_stream(stream)
 void Watcher::modified(Observable const & observable, ObservableEvent const & event)
 {
     if (auto const * const object = dynamic_cast<Object const *>(&observable)) {
-        m_stream << onOneLine(object->GetObjectName()) << ": " << describeForObject(*object, event) << '\n';
-        return;
+        print(onOneLine(object->GetObjectName()) + ": " + describeForObject(*object, event));
+    } else if (Is<FileMonitorEvent>(event)) {
+        print("file: " + describeForFile(event));
+    } else {
+        print("registry: " + describeForRegistry(event));
     }
-    m_stream << "registry: " << describeForRegistry(event) << '\n';
-    if (auto const * const added = dynamic_cast<TesseralisAdditionEvent const *>(&event)) {
+    auto const * const added = dynamic_cast<TesseralisAdditionEvent const *>(&event);
+    if (added != nullptr && m_scope == Scope::Objects) {
         const_cast<Object *>(added->GetObject())->addObserver(this);
     }
+}
+
+void Watcher::print(std::string const & line)
+{
+    if (m_scope == Scope::Objects || line != m_lastLine) {
+        m_stream << line << '\n';
+    }
+    m_lastLine = line;
 }
 } // namespace tesseralis::host

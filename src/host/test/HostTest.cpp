@@ -61,6 +61,8 @@ TEST_F(HostProgram, TellsWrongInputInOneLineAndWritesNothing)
                            {{session, "--set", "appearance.Labels=a"}, "can't be set by one text."},
                            {{session, "--get", "study.x"}, "has no property 'x'."},
                            {{session, "--json"}, "--json requires --get"},
+                           {{"--follow"}, "--follow requires session"},
+                           {{pathOf(""), "--follow"}, "can't be followed, since it is no plain file"},
                            {{session, "--frobnicate"}, "--frobnicate"},
                            {{}, "session is required"}}) {
         std::vector<std::string> arguments = wrong.arguments;
