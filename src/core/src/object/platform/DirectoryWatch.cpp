@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstdint>
 #include <filesystem>
@@ -31,10 +32,11 @@ constexpr int c_halfMilliseconds = 2;
 
 // What one batch reads at most, many times what the system's queue holds: others may write faster than this is read.
 constexpr int c_mostReads = 1000;
+constexpr std::size_t c_largestEvent = sizeof(inotify_event) + NAME_MAX + 1;
 
 constexpr int c_mostLinks = 40; // on the way to a directory, as in the system
 
-constexpr std::chrono::microseconds c_wakingTime(60);
+constexpr std::chrono::microseconds c_wakingTime(120);
 
 void closeDescriptor(int descriptor)
 {
@@ -68,13 +70,16 @@ public:
         alignas(inotify_event) char buffer[16384];
         for (int i = 0; i < c_mostReads; ++i) {
             ssize_t const size = ::read(m_watch.m_events, buffer, sizeof buffer);
-            if (size == 0 || (size < 0 && errno != EINTR)) {
-                return;
+            if (size < 0 && errno == EINTR) {
+                continue;
             }
             for (ssize_t position = 0; position < size;) {
                 auto const * const event = reinterpret_cast<inotify_event const *>(buffer + position);
                 add(*event, event->len > 0 ? event->name : "");
                 position += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+            }
+            if (size < static_cast<ssize_t>(sizeof buffer - c_largestEvent)) {
+                return; // there was room for more
             }
         }
     }
