@@ -44,6 +44,18 @@ private:
     Sleeper & m_sleeper;
 };
 
+/// Runs something; false if it throws, which is told with a remark behind it.
+bool runGuarded(std::function<void()> const & action, char const * remark = "")
+{
+    try {
+        action();
+        return true;
+    } catch (Exception const & exception) {
+        std::cerr << "tesseralis: " << asMessage(exception.GetMessage()) << remark << '\n';
+        return false;
+    }
+}
+
 /// What a plain file holds, up to a little more than a document may; nothing if there is none.
 std::optional<std::string> contentOf(std::string const & filename)
 {
@@ -73,7 +85,7 @@ Follower::Follower(std::string const & filename, Watcher::Scope scope)
     }
 }
 
-void Follower::run(Document & document)
+void Follower::run(Document & document, std::function<void()> const & refreshed)
 {
     WakingDispatcher dispatcher(m_sleeper);
     FileMonitor monitor;
@@ -86,7 +98,9 @@ void Follower::run(Document & document)
         dispatcher.dispatch();
         if (std::exchange(m_isDue, false)) {
             watchFiles(monitor);
-            refresh(document);
+            if (refresh(document)) {
+                runGuarded(refreshed);
+            }
         }
         flushOutput();
     } while (m_sleeper.sleep());
@@ -119,7 +133,8 @@ void Follower::watchFiles(FileMonitor & monitor)
     m_target = target;
 }
 
-void Follower::refresh(Document & document)
+/// Whether there is something new.
+bool Follower::refresh(Document & document)
 {
     std::optional<std::string> content = contentOf(m_filename);
     bool const wasMissing = std::exchange(m_isMissing, !content);
@@ -128,23 +143,21 @@ void Follower::refresh(Document & document)
         std::cerr << "tesseralis: warning: '" << onOneLine(m_filename)
                   << "' can't be read at present; it is loaded when it comes back.\n";
     }
-    if (!m_isMissing && content != m_content) {
-        m_content = std::move(content);
-        reload(document);
+    if (m_isMissing || content == m_content) {
+        return false;
     }
+    m_content = std::move(content);
+    return reload(document);
 }
 
-void Follower::reload(Document & document)
+bool Follower::reload(Document & document)
 {
     Snapshot const former;
-    try {
-        document.reload(m_filename, *m_content);
-        m_isLoaded = true;
+    m_isLoaded = runGuarded([&] { document.reload(m_filename, *m_content); }, " The objects stay what they were.");
+    if (m_isLoaded) {
         former.printDifferences(GetOutput());
         GetOutput() << "file: loaded\n";
-    } catch (Exception const & exception) {
-        m_isLoaded = false;
-        std::cerr << "tesseralis: " << asMessage(exception.GetMessage()) << " The objects stay what they were.\n";
     }
+    return m_isLoaded;
 }
 } // namespace tesseralis::host

@@ -5,6 +5,7 @@
 
 #include "object/Observer.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -25,8 +26,9 @@ public:
     /// plain file of that name.
     Follower(std::string const & filename, Watcher::Scope scope);
 
-    /// Returns when the user has ended the program.
-    void run(Document & document);
+    /// Returns when the user has ended the program. Whenever the document has been loaded again, it has something done,
+    /// which may throw Exception.
+    void run(Document & document, std::function<void()> const & refreshed);
     /// Loads what has come since. Throws Exception if the file to be saved is the followed one and holds what couldn't
     /// be loaded, which would be lost.
     void prepareSaving(Document & document, std::string const & filename);
@@ -36,8 +38,8 @@ protected:
 
 private:
     void watchFiles(FileMonitor & monitor);
-    void refresh(Document & document);
-    void reload(Document & document);
+    bool refresh(Document & document);
+    bool reload(Document & document);
 
     Sleeper m_sleeper;
     std::string m_filename;

@@ -79,8 +79,8 @@ void declareOptions(CLI::App & application, Options & options)
     application.add_flag("--watch", options.watch, "Print every event while the changes are made");
     application
         .add_flag("--follow", options.follow,
-                  "Stay after all this, load the document again whenever its file changes, and print what happens; "
-                  "Ctrl-C ends it, and then --save comes")
+                  "Stay after all this, load the document again whenever its file changes, print what happens, and "
+                  "draw the frame anew; Ctrl-C ends it, and then --save comes")
         ->needs(session);
     application
         .add_option("--save", options.save,
@@ -168,7 +168,12 @@ void run(Options const & options)
         frame->write();
     }
     if (follower) {
-        follower->run(document);
+        follower->run(document, [&] {
+            if (frame) {
+                frame->draw();
+                frame->write();
+            }
+        });
     }
     if (follower && options.save) {
         follower->prepareSaving(document, *options.save);
