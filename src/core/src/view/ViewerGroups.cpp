@@ -107,7 +107,7 @@ void Viewer::disableOthers(Plugin * plugin)
         return;
     }
     // A copy, since those who hear of it may change the groups, or end a member.
-    Group const members = *found;
+    Group const members = *found; // NOLINT(performance-unnecessary-copy-initialization)
     for (Plugin * const member : members) {
         if (member != plugin && FindGroup(member) != m_groups.end()) {
             member->GetProperty("Enabled") = false;

@@ -165,6 +165,7 @@ void Viewer::activatedTyped(P * plugin)
 }
 
 // The operations for one kind that are the same for all three.
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define TESSERALIS_VIEWER_KIND(P)                                                                                      \
     void Viewer::uninitialize(P * plugin)                                                                              \
     {                                                                                                                  \
@@ -208,6 +209,8 @@ void Viewer::activatedTyped(P * plugin)
     {                                                                                                                  \
         activatedTyped(plugin);                                                                                        \
     }
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 TESSERALIS_VIEWER_KIND(CompositorPlugin)
 TESSERALIS_VIEWER_KIND(InteractorPlugin)
