@@ -70,6 +70,8 @@ TEST_F(PropertyLinks, TheTargetsValueWinsAndChangesGoBothWays)
     EXPECT_EQ(toInt(c.GetProperty("new")), 4);
     b.GetProperty("z") = 9;
     EXPECT_EQ(toInt(a.GetProperty("x")), 4);
+    a.SetPropertyLink("x", PropertyContainerLink());
+    EXPECT_FALSE(a.HasPropertyLink("x"));
     link(a, "missing", b, "missing");
     EXPECT_FALSE(a.GetProperty("missing").IsDefined());
     EXPECT_TRUE(a.HasPropertyLink("missing"));
@@ -209,6 +211,24 @@ TEST_F(PropertyExpressions, DoNotFireWhileTheirContainerDies)
         dying.SetPropertyExpression("y", expression);
     }
     EXPECT_EQ(host.calls, 0);
+}
+
+TEST_F(PropertyExpressions, ComeBackFromAnArchiveWithTheirTriggers)
+{
+    a.addProperty("x", 1);
+    b.addProperty("y", 0);
+    FunctionHost host([&] { return a.GetProperty("x"); });
+    PropertyContainerExpression expression(&host, "x");
+    a.GetProperty("x").addObserver(&expression);
+    b.SetPropertyExpression("y", expression);
+    Archive archive;
+    ArchiveElement element = ArchiveElement(archive).store("b");
+    b.store(element);
+    b.clearProperties();
+    b.retrieve(element);
+    EXPECT_EQ(b.GetPropertyExpression("y"), PropertyContainerExpression(&host, "x"));
+    a.GetProperty("x") = 5;
+    EXPECT_EQ(toInt(b.GetProperty("y")), 5);
 }
 
 TEST_F(PropertyExpressions, AreNamedWhereTheyCannotBeStored)
