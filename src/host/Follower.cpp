@@ -92,7 +92,11 @@ void Follower::run(Document & document, std::function<void()> const & refreshed)
     Watcher watcher(GetOutput(), m_scope);
     monitor.addObserver(&watcher);
     monitor.addObserver(this);
-    monitor.addFile(m_filename);
+    try {
+        monitor.addFile(m_filename);
+    } catch (Exception const & exception) {
+        throw Exception("'%s' can't be followed: %s", m_filename.c_str(), exception.GetMessage().c_str());
+    }
     GetOutput() << "file: following '" << onOneLine(Filename(m_filename)) << "'\n";
     do {
         dispatcher.dispatch();
@@ -128,7 +132,9 @@ void Follower::watchFiles(FileMonitor & monitor)
     if (error || target == m_target) {
         return;
     }
-    monitor.addFile(target);
+    if (!target.empty()) {
+        runGuarded([&] { monitor.addFile(target); });
+    }
     monitor.removeFile(m_target);
     m_target = target;
 }

@@ -5,7 +5,6 @@
 #include <iosfwd>
 #include <map>
 #include <string>
-#include <vector>
 
 namespace tesseralis::host {
 /// What all objects were at some moment, in words.
@@ -19,6 +18,11 @@ public:
     void printDifferences(std::ostream & stream) const;
 
 private:
-    std::map<std::string, std::vector<PropertyRow>> m_objects;
+    using Properties = std::map<std::string, PropertyRow>;
+
+    static void printDifferences(std::ostream & stream, std::string const & object, Properties const & now,
+                                 Properties const & former);
+
+    std::map<std::string, Properties> m_objects;
 };
 } // namespace tesseralis::host
