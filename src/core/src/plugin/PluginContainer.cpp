@@ -81,13 +81,14 @@ void PluginContainer::add(Plugin * plugin)
 
     beginModification(new PluginContainerAdditionEvent(plugin));
     try {
-        // Again if somebody who heard of it has put the plug-in elsewhere.
-        while (PluginContainer * const owner = plugin->GetContainer()) {
-            owner->remove(plugin);
+        // Somebody who hears of it may put the plug-in elsewhere, or here.
+        while (plugin->m_container != nullptr && plugin->m_container != this) {
+            plugin->m_container->remove(plugin);
         }
-        m_plugins.insert(plugin);
-        plugin->m_container = this;
-        initialize(plugin);
+        if (m_plugins.insert(plugin).second) {
+            plugin->m_container = this;
+            initialize(plugin);
+        }
     } catch (...) {
         // An observer of the plug-in that throws doesn't keep it from coming.
         HasPlugin(plugin) ? endModification() : abortModification();
@@ -127,8 +128,10 @@ void PluginContainer::clearPlugins()
     MutexLocker locker(m_mutex);
     std::list<Plugin *> removed;
     while (!m_plugins.empty()) {
-        removed.push_back(*m_plugins.begin());
-        remove(removed.back());
+        Plugin * const plugin = *m_plugins.begin();
+        removed.remove(plugin); // if somebody who heard of its removal has put it back
+        removed.push_back(plugin);
+        remove(plugin);
     }
 
     // In a ring of plug-ins one of them owns this container, which is gone then.

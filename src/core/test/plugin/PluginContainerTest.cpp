@@ -164,6 +164,29 @@ TEST(PluginContainerObserver, ThatMovesAPluginOnLeavesItInOnePlace)
     EXPECT_TRUE(PluginContainerIterator(third).IsAtEnd());
 }
 
+TEST(PluginContainerObserver, ThatPutsAPluginWhereItGoesOrBackLeavesItThereOnce)
+{
+    Container first(0u);
+    Container second(0u);
+    auto * const editor = new EditorPlugin;
+    first.add(editor);
+    Recorder recorder;
+    auto const addOnce = [&](Container & container) {
+        recorder.SetReaction([&](Observable const &, ObservableEvent const &) {
+            recorder.SetReaction({});
+            container.add(editor);
+        });
+    };
+    addOnce(second);
+    first.addObserver(&recorder);
+    second.add(editor);
+    EXPECT_EQ(&*ContainerEditorIterator(second), editor);
+    addOnce(second);
+    second.addObserver(&recorder);
+    second.clearPlugins(); // deletes it once
+    EXPECT_TRUE(PluginContainerIterator(second).IsAtEnd());
+}
+
 TEST(ContainerEditors, AreListedInTheOrderOfAddition)
 {
     Container container(0u);
