@@ -77,7 +77,8 @@ void Viewport::add(Viewer * viewer)
 
     beginModification(new ViewportAdditionEvent(viewer));
     try {
-        if (Viewport * const owner = viewer->GetViewport()) {
+        // Again if somebody who heard of it has put the viewer elsewhere.
+        while (Viewport * const owner = viewer->GetViewport()) {
             owner->remove(viewer);
         }
         m_viewers.insert(viewer);

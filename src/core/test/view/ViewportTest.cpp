@@ -31,6 +31,12 @@ TEST(Viewport, InitialisesTheViewersThatItHas)
     first.remove(viewer);
     EXPECT_EQ(&*ViewportIterator(second), viewer);
 
+    Viewport third(0u);
+    atSecond.SetReaction(
+        [&](Observable const &, ObservableEvent const &) { atSecond.SetReaction({}), third.add(viewer); });
+    first.add(viewer);
+    EXPECT_TRUE(!third.HasViewer(viewer) && first.HasViewer(viewer)) << "has been put elsewhere on its way";
+    second.add(viewer);
     atSecond.SetReaction([](Observable const &, ObservableEvent const &) { throw Exception("No."); });
     EXPECT_EQ(logOf([&] { delete viewer; }), "No.\n\n");
     EXPECT_TRUE(ViewportIterator(second).IsAtEnd());
