@@ -128,7 +128,14 @@ void Viewer::remove(Plugin * plugin)
 
 void Viewer::initialize(Plugin * plugin)
 {
-    if (!detail::callAsKind(plugin, [this](auto * typed) { initialize(typed); })) {
+    bool const isTyped = detail::callAsKind(plugin, [this](auto * typed) {
+        auto & stack = GetStack<std::remove_pointer_t<decltype(typed)>>();
+        if (!stack.Has(typed)) { // an observer of where it came from has moved or taken out plug-ins meanwhile
+            stack.insert(typed);
+        }
+        initialize(typed);
+    });
+    if (!isTyped) {
         Container::initialize(plugin);
     }
 }

@@ -145,6 +145,11 @@ TEST_F(ViewerTest, FollowsTheRegistryAfterAMove)
     EXPECT_EQ(renderers(*viewer), "a b front  b ");
     other.add(static_cast<Plugin *>(b));
     EXPECT_EQ(renderers(*viewer) + renderers(other), "a front  x b ");
+    Recorder recorder(other);
+    recorder.SetReaction([&](Observable const &, ObservableEvent const &) { registry.moveObjectBefore(front, a); });
+    viewer->add(b); // which isn't here yet when the others are moved
+    EXPECT_EQ(renderers(*viewer), "front a  b ");
+    delete b;
     registry.beginModification();
     registry.moveObjectBefore(front, a);
     delete front; // before anyone hears of its move
