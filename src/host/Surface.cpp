@@ -68,6 +68,9 @@ Picture Surface::GetPicture() const
 {
     Picture picture(m_width, m_height);
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+    for (GLenum const layout : {GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS}) {
+        glPixelStorei(layout, 0); // which plug-ins may have left in any state
+    }
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     glReadPixels(0, 0, static_cast<GLsizei>(m_width), static_cast<GLsizei>(m_height), GL_RGB, GL_UNSIGNED_BYTE,
                  picture.GetPixels());
