@@ -15,3 +15,10 @@ extern "C" char const * __tsan_default_suppressions()
            "race:libEGL_mesa\n"
            "race:libLLVM\n";
 }
+
+// At the end of a program with threads the detector gives them a second to go wrong in. Here all but the driver's have
+// been joined by then, and many tests run the host.
+extern "C" char const * __tsan_default_options()
+{
+    return "atexit_sleep_ms=20";
+}
