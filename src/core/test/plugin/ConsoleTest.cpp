@@ -22,14 +22,15 @@ public:
     }
     void note(Plugin * plugin, std::string const & text) { notes.push_back(plugin->GetObjectName() + ", " + text); }
 
-    std::vector<std::string> notes;
+    Texts notes;
     std::function<void(Plugin *)> reaction; // to the next error
 };
 
-HostPlugin * makeHost(std::string const & name)
+HostPlugin * addHost(Console & console)
 {
-    auto * const host = new HostPlugin(name, ObjectAttribute::Registered);
+    auto * const host = new HostPlugin("host", ObjectAttribute::Registered);
     host->SetFilename(moduleFile("sample_host"));
+    console.add(static_cast<Plugin *>(host));
     return host;
 }
 } // namespace
@@ -38,18 +39,16 @@ TEST(ConsoleEvaluation, IsDoneByTheHostThatWasAddedFirst)
 {
     FrontEnd console;
     EXPECT_FALSE(console.evaluate("1").IsDefined());
-    HostPlugin * const first = makeHost("first");
-    HostPlugin * const second = makeHost("second");
-    console.add(static_cast<Plugin *>(first));
-    console.add(second);
+    HostPlugin * const first = addHost(console);
+    HostPlugin * const second = addHost(console);
     ConsoleHostIterator hosts(console);
     EXPECT_EQ(&*hosts, first);
     EXPECT_EQ(&*++hosts, second);
     EXPECT_TRUE((++hosts).IsAtEnd());
 
     EXPECT_EQ(console.evaluate("1"), Variant("1"));
-    EXPECT_EQ(console.notes, (std::vector<std::string>{"first, message: m 1", "first, information: i 1",
-                                                       "first, warning: w 1", "first, error: e 1"}));
+    EXPECT_EQ(console.notes,
+              (Texts{"host, message: m 1", "host, information: i 1", "host, warning: w 1", "host, error: e 1"}));
     first->suspend();
     EXPECT_FALSE(console.evaluate("2").IsDefined());
     delete first;
@@ -68,15 +67,13 @@ TEST(ConsoleEvaluation, IsDoneByTheHostThatWasAddedFirst)
 TEST(HostPluginEvaluation, ReportsWhatTheModuleThrows)
 {
     FrontEnd console;
-    HostPlugin * const host = makeHost("host");
-    console.add(host);
+    HostPlugin * const host = addHost(console);
     for (int const fault : {1, 2, 3, 4}) {
         host->GetProperty("Fault") = fault;
         auto const [output, error] = outputOf([&] { EXPECT_FALSE(console.evaluate("1").IsDefined()); });
-        EXPECT_EQ(error,
-                  "host (" + moduleFile("sample_host") +
-                      (fault == 1 ? "): Error in 'evaluate' - It is broken.\n" : "): Unknown error in 'evaluate'.\n"));
-        EXPECT_EQ(output, "");
+        EXPECT_EQ(output + error,
+                  "host (" + moduleFile("sample_host") + "): " +
+                      (fault == 1 ? "Error in 'evaluate' - It is broken.\n" : "Unknown error in 'evaluate'.\n"));
     }
 }
 
@@ -94,19 +91,18 @@ TEST(HostPluginEvaluation, MayLeadToTheEndOfItsOwnPlugin)
     for (auto const & [end, isKept, isLoaded] : cases) {
         for (int const fault : {0, 1}) {
             FrontEnd console;
-            HostPlugin * const host = makeHost("host");
-            console.add(host);
+            HostPlugin * const host = addHost(console);
             host->GetProperty("Fault") = fault;
-            console.reaction = [&](Plugin * plugin) {
+            console.reaction = [&](Plugin *) {
+                console.reaction = end;
                 EXPECT_EQ(console.evaluate("inner").IsDefined(), fault == 0);
-                end(plugin);
                 EXPECT_TRUE(isMapped(moduleFile("sample_host")));
                 EXPECT_FALSE(isKept && host->HasProperty("Called")) << "the instance that runs is deleted";
             };
             Variant result;
             std::string const output = outputOf([&] { result = console.evaluate("outer"); }).first;
             EXPECT_EQ(result, fault == 0 ? Variant("outer") : Variant());
-            EXPECT_EQ(output, fault == 1 && !isKept ? "It is broken.\n\n" : "");
+            EXPECT_EQ(output, fault == 1 && !isKept ? repeat("It is broken.\n\n", 2) : "");
             EXPECT_EQ(isMapped(moduleFile("sample_host")), isLoaded);
             EXPECT_TRUE(!isKept || host->GetProperty("Called") == Variant("destructor"));
         }

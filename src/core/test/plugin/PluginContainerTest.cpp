@@ -4,14 +4,6 @@
 #include "value/Variant.h"
 
 namespace {
-template <class P>
-P * makePlugin()
-{
-    auto * const plugin = new P;
-    plugin->SetFilename(moduleFile("sample_" + P::GetTypeName()));
-    return plugin;
-}
-
 std::vector<EditorPlugin *> editorsOf(Container & container)
 {
     std::vector<EditorPlugin *> editors;
@@ -26,7 +18,7 @@ TEST(PluginContainerOwnership, MovesWithAddAndComesBackWithRemove)
 {
     Container first(0u);
     Container second(0u);
-    std::unique_ptr<RendererPlugin> const plugin(makePlugin<RendererPlugin>());
+    auto const plugin = makePlugin<RendererPlugin>();
     Recorder atFirst(first);
     Recorder atPlugin(*plugin);
     atFirst.SetReaction([&](Observable const &, ObservableEvent const & event) {
@@ -58,10 +50,9 @@ TEST(PluginContainerOwnership, EndsWithThePluginOrWithTheContainer)
     Recorder atPlugins;
     auto const addPlugins = [&] {
         for (int i = 0; i < 3; ++i) {
-            container->add(makePlugin<RendererPlugin>());
-        }
-        for (PluginContainerIterator i(*container); !i.IsAtEnd(); ++i) {
-            i->addObserver(&atPlugins);
+            Plugin * const plugin = makePlugin<RendererPlugin>().release();
+            plugin->addObserver(&atPlugins);
+            container->add(plugin);
         }
     };
     addPlugins();
@@ -86,7 +77,7 @@ TEST(PluginContainerOwnership, OfPluginsInARingEndsWithAnyOfThem)
             Recorder recorder;
             std::vector<Plugin *> plugins(static_cast<std::size_t>(size));
             for (Plugin *& plugin : plugins) {
-                plugin = makePlugin<RendererPlugin>();
+                plugin = makePlugin<RendererPlugin>().release();
                 plugin->addObserver(&recorder);
             }
             for (std::size_t i = 0; i < plugins.size(); ++i) {
@@ -108,22 +99,21 @@ TEST(PluginContainerObserver, ThatThrowsKeepsNoPluginFromComingOrGoing)
     Container container(0u);
     Recorder recorder(container);
     recorder.SetReaction(refuse);
-    Plugin * plugin = makePlugin<RendererPlugin>();
-    EXPECT_EQ(messageOf([&] { container.add(plugin); }), "No.");
+    auto plugin = makePlugin<RendererPlugin>();
+    EXPECT_EQ(messageOf([&] { container.add(plugin.get()); }), "No.");
     EXPECT_TRUE(plugin->IsInitialized());
-    EXPECT_EQ(outputOf([&] { delete plugin; }).first, "No.\n\n");
+    EXPECT_EQ(logOf([&] { plugin.reset(); }), "No.\n\n");
     EXPECT_TRUE(PluginContainerIterator(container).IsAtEnd());
 
     plugin = makePlugin<RendererPlugin>();
     Recorder atPlugin(*plugin);
     atPlugin.SetReaction(refuse);
     recorder.SetReaction({});
-    EXPECT_EQ(messageOf([&] { container.add(plugin); }), "No.");
-    EXPECT_TRUE(container.HasPlugin(plugin));
+    EXPECT_EQ(messageOf([&] { container.add(plugin.get()); }), "No.");
+    EXPECT_TRUE(container.HasPlugin(plugin.get()));
     recorder.clear();
     container.GetProperty("any") = 1;
     EXPECT_NE(recorder.GetCount(), 0u) << "a bracket is still open";
-    atPlugin.SetReaction({});
 }
 
 TEST(PluginContainerObserver, ThatMovesAPluginOnLeavesItInOnePlace)
@@ -131,8 +121,7 @@ TEST(PluginContainerObserver, ThatMovesAPluginOnLeavesItInOnePlace)
     Container first(0u);
     Container second(0u);
     Container third(0u);
-    auto plugin = std::make_unique<RendererPlugin>();
-    plugin->SetFilename(moduleFile("sample_renderer"));
+    auto plugin = makePlugin<RendererPlugin>();
     Recorder recorder;
     bool isMoving = false;
     recorder.SetReaction([&](Observable const &, ObservableEvent const & event) {
@@ -190,19 +179,20 @@ TEST(PluginContainerObserver, ThatPutsAPluginWhereItGoesOrBackLeavesItThereOnce)
 TEST(ContainerEditors, AreListedInTheOrderOfAddition)
 {
     Container container(0u);
-    auto * const first = makePlugin<EditorPlugin>();
-    std::unique_ptr<EditorPlugin> const second(makePlugin<EditorPlugin>());
+    auto first = makePlugin<EditorPlugin>();
+    auto const second = makePlugin<EditorPlugin>();
+    auto const other = makePlugin<RendererPlugin>();
     container.add(static_cast<Plugin *>(second.get()));
-    container.add(static_cast<Plugin *>(makePlugin<RendererPlugin>()));
-    container.add(first);
+    container.add(static_cast<Plugin *>(other.get()));
+    container.add(first.get());
     container.add(second.get());
     container.add(static_cast<EditorPlugin *>(nullptr));
-    EXPECT_EQ(editorsOf(container), (std::vector<EditorPlugin *>{second.get(), first, second.get()}));
+    EXPECT_EQ(editorsOf(container), (std::vector<EditorPlugin *>{second.get(), first.get(), second.get()}));
     EXPECT_TRUE(first->IsInitialized());
 
     container.remove(static_cast<Plugin *>(second.get()));
-    EXPECT_EQ(editorsOf(container), (std::vector<EditorPlugin *>{first}));
+    EXPECT_EQ(editorsOf(container), (std::vector<EditorPlugin *>{first.get()}));
     EXPECT_FALSE(second->IsInitialized());
-    delete first;
+    first.reset();
     EXPECT_TRUE(editorsOf(container).empty());
 }

@@ -11,6 +11,15 @@ inline std::string moduleFile(std::string const & name)
     return std::string(TEST_MODULES) + "libplugin_" + name + ".so";
 }
 
+/// A plug-in with the sample module of its kind, or with another of these modules.
+template <class P>
+std::unique_ptr<P> makePlugin(std::string const & module = "sample_" + P::GetTypeName())
+{
+    auto plugin = std::make_unique<P>();
+    plugin->SetFilename(moduleFile(module));
+    return plugin;
+}
+
 /// Whether the process has a file mapped.
 inline bool isMapped(std::string const & filename)
 {

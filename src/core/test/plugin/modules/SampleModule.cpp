@@ -30,12 +30,12 @@ void throwFault(int fault)
     }
 }
 
-#define OPERATION(Result, declaration, name, result)                                                                   \
-    Result declaration override                                                                                        \
+#define OPERATION(Result, name, parameters, result)                                                                    \
+    Result name parameters override                                                                                    \
     {                                                                                                                  \
-        note(name);                                                                                                    \
+        note(#name);                                                                                                   \
         throwFault(GetPlugin().GetProperty("Fault", Variant(0)));                                                      \
-        return Result result;                                                                                          \
+        return static_cast<Result>(result);                                                                            \
     }
 
 class Sample : public KIND, public PluginInstance<PLUGIN>
@@ -62,41 +62,37 @@ public:
     }
 
 #if defined(IS_Renderer) || defined(IS_Interactor)
-    OPERATION(void, display(Canvas &), "display", ())
-    OPERATION(void, overlay(Canvas &), "overlay", ())
+    OPERATION(void, display, (Canvas &), 0)
+    OPERATION(void, overlay, (Canvas &), 0)
 #endif
 #if defined(IS_Compositor)
     using Displayables = std::list<Displayable *>;
     using Updates = std::map<Displayable *, unsigned int>;
-    OPERATION(void, addDisplayable(Displayable *), "addDisplayable", ())
-    OPERATION(void, removeDisplayable(Displayable *), "removeDisplayable", ())
-    OPERATION(bool, display(Displayables const &, Updates const &), "display", (false))
+    OPERATION(void, addDisplayable, (Displayable *), 0)
+    OPERATION(void, removeDisplayable, (Displayable *), 0)
+    OPERATION(bool, display, (Displayables const &, Updates const &), false)
 #endif
 #if defined(IS_Renderer) || defined(IS_Interactor) || defined(IS_Compositor)
-    OPERATION(void, idle(), "idle", ())
-    OPERATION(void, reshape(unsigned int, unsigned int), "reshape", ())
-    OPERATION(bool, button(Controller const &), "button", (true))
-    OPERATION(bool, cursor(Controller const &), "cursor", (true))
-    OPERATION(std::string, GetButtonRole(unsigned int) const, "GetButtonRole", (VERSION))
-    OPERATION(std::string, GetCursorRole(unsigned int) const, "GetCursorRole", (VERSION))
+    OPERATION(void, idle, (), 0)
+    OPERATION(void, reshape, (unsigned int, unsigned int), 0)
+    OPERATION(bool, button, (Controller const &), true)
+    OPERATION(bool, cursor, (Controller const &), true)
+    OPERATION(std::string, GetButtonRole, (unsigned int) const, VERSION)
+    OPERATION(std::string, GetCursorRole, (unsigned int) const, VERSION)
 #endif
 #if defined(IS_Editor)
-    using WidgetPointer = Widget *;
-    OPERATION(WidgetPointer, GetWidget(), "GetWidget", (&m_widget))
-    OPERATION(std::list<Widget *>, GetToolWidgets(), "GetToolWidgets", (1, &m_widget))
-    OPERATION(std::list<Widget *>, GetDockWidgets(), "GetDockWidgets", (1, &m_widget))
-    OPERATION(std::list<Action *>, GetMainActions(), "GetMainActions", (1, nullptr))
-    OPERATION(std::list<Action *>, GetQuickActions(), "GetQuickActions", (1, nullptr))
-    OPERATION(void, onInitialized(), "onInitialized", (GetPlugin().setStatusMessage("Ready.")))
-    Widget m_widget;
+    OPERATION(Widget *, GetWidget, (), reinterpret_cast<Widget *>(this))
+    OPERATION(std::list<Widget *>, GetToolWidgets, (), 1)
+    OPERATION(std::list<Widget *>, GetDockWidgets, (), 1)
+    OPERATION(std::list<Action *>, GetMainActions, (), 1)
+    OPERATION(std::list<Action *>, GetQuickActions, (), 1)
+    OPERATION(void, onInitialized, (), GetPlugin().setStatusMessage("Ready."))
 #endif
 #if defined(IS_Importer)
-    using LoaderPointer = Loader *;
-    OPERATION(LoaderPointer, load(Resource &), "load", (reinterpret_cast<Loader *>(this)))
+    OPERATION(Loader *, load, (Resource &), reinterpret_cast<Loader *>(this))
 #endif
 #if defined(IS_Exporter)
-    using SaverPointer = Saver *;
-    OPERATION(SaverPointer, save(Resource &), "save", (reinterpret_cast<Saver *>(this)))
+    OPERATION(Saver *, save, (Resource &), reinterpret_cast<Saver *>(this))
 #endif
 #if defined(IS_Host)
     Variant evaluate(std::string const & text, Object *) const override
