@@ -20,8 +20,8 @@ std::unique_ptr<P> makePlugin(std::string const & module = "sample_" + P::GetTyp
     return plugin;
 }
 
-/// Whether the process has the code of a file mapped. A sanitizer that looks up names maps other pieces of it, and keeps
-/// them.
+/// Whether the process has the code of a file mapped. A sanitizer that looks up names maps other pieces of it, and
+/// keeps them.
 inline bool isMapped(std::string const & filename)
 {
     std::ifstream maps("/proc/self/maps");
