@@ -2,6 +2,7 @@
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
+#include <GL/gl.h>
 
 #include <dlfcn.h>
 
@@ -76,6 +77,19 @@ std::string GLContext::make(int width, int height)
     m_context = eglCreateContext(m_display, config, EGL_NO_CONTEXT, nullptr);
     bool const isCurrent = eglMakeCurrent(m_display, m_surface, m_surface, m_context) != EGL_FALSE;
     return isCurrent ? "" : "no OpenGL context in EGL";
+}
+
+std::map<unsigned int, std::vector<int>> currentState()
+{
+    std::map<unsigned int, std::vector<int>> state;
+    for (GLenum const name :
+         {GL_ATTRIB_STACK_DEPTH, GL_CLIENT_ATTRIB_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH, GL_MODELVIEW_STACK_DEPTH,
+          GL_MATRIX_MODE, GL_VIEWPORT, GL_DEPTH_TEST, GL_BLEND, GL_LIGHTING, GL_COLOR_CLEAR_VALUE, GL_COLOR_WRITEMASK,
+          GL_PACK_ROW_LENGTH, GL_PROJECTION_MATRIX, GL_MODELVIEW_MATRIX}) {
+        state[name].resize(16);
+        glGetIntegerv(name, state[name].data());
+    }
+    return state;
 }
 
 void GLTest::SetUp()

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
+#include <vector>
 
 namespace tesseralis::test {
 /// A GL context of the compatibility profile, current while it lives, with a surface in memory that has 8 bits for each
@@ -26,6 +28,9 @@ private:
     void * m_context = nullptr;
     std::string m_missing;
 };
+
+/// What of GL's state is to be the same after a frame as before.
+std::map<unsigned int, std::vector<int>> currentState();
 
 /// A test with a context and a surface of 64 by 48 pixels. Where there can't be one the test is skipped, or fails if
 /// the environment variable TESSERALIS_REQUIRE_GL is set.

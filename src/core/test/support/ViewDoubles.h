@@ -43,12 +43,21 @@ public:
         note("reshape" + std::to_string(x) + std::to_string(y));
         react(true);
     }
-    bool button(Controller const & controller) override { return react("button", controller.GetActiveButton()); }
-    bool cursor(Controller const & controller) override { return react("cursor", controller.GetActiveCursor()); }
+    bool button(Controller const & controller) override
+    {
+        note("button" + std::to_string(controller.GetActiveButton()));
+        return seen = controller, react(false);
+    }
+    bool cursor(Controller const & controller) override
+    {
+        note("cursor" + std::to_string(controller.GetActiveCursor()));
+        return seen = controller, react(false);
+    }
 
     /// Called by reshape(), events and a compositor's display(), of which it gives the result. It may delete the
     /// double.
     std::function<bool()> reaction;
+    Controller seen; // with the last event
 
 protected:
     void note(std::string const & operation) { m_log.note(m_name + "." + operation); }
@@ -59,12 +68,6 @@ protected:
     }
 
 private:
-    bool react(std::string const & operation, unsigned int index)
-    {
-        note(operation + std::to_string(index));
-        return react(false);
-    }
-
     Log & m_log;
     std::string m_name;
     bool m_isInitialized = false;

@@ -3,21 +3,9 @@
 #include "support/GLContext.h"
 #include "support/ViewDoubles.h"
 
+#include <array>
+
 namespace {
-using State = std::map<GLenum, std::vector<GLint>>;
-
-State currentState()
-{
-    State state;
-    for (GLenum const name : {GL_ATTRIB_STACK_DEPTH, GL_CLIENT_ATTRIB_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH,
-                              GL_MODELVIEW_STACK_DEPTH, GL_MATRIX_MODE, GL_VIEWPORT, GL_DEPTH_TEST, GL_BLEND,
-                              GL_COLOR_CLEAR_VALUE, GL_PACK_ROW_LENGTH, GL_PROJECTION_MATRIX, GL_MODELVIEW_MATRIX}) {
-        state[name].resize(16);
-        glGetIntegerv(name, state[name].data());
-    }
-    return state;
-}
-
 class ViewerGL : public GLTest
 {
 protected:
@@ -39,13 +27,8 @@ protected:
 
 TEST_F(ViewerGL, ReadsStraightAlphaFromTheBottomUp)
 {
-    struct Case
-    {
-        Color background;
-        Color surface; // as it was blended over the background
-        Color straight;
-    };
-    Case const cases[] = {
+    // The background, the surface as it was blended over that, and what was drawn.
+    std::array<Color, 3> const cases[] = {
         {Color(255, 255, 255, 0), Color(200, 100, 0, 255), Color(200, 100, 0, 255)},
         {Color(255, 255, 255, 0), Color(255, 200, 127, 128), Color(255, 145, 0, 128)}, // 73 * 255 / 128
         {Color(0, 0, 0, 0), Color(64, 128, 200, 128), Color(127, 255, 255, 128)},      // 64 * 255 / 128, and above 255
@@ -61,14 +44,14 @@ TEST_F(ViewerGL, ReadsStraightAlphaFromTheBottomUp)
                      surface.GetNormalizedAlpha());
         glClear(GL_COLOR_BUFFER_BIT);
     });
-    for (Case const & each : cases) {
-        surface = each.surface;
-        viewer.GetProperty("Background Color") = each.background;
+    for (auto const & [background, blended, straight] : cases) {
+        surface = blended;
+        viewer.GetProperty("Background Color") = background;
         viewer.display();
-        EXPECT_EQ(pixel(3, 1), each.straight) << Variant(surface);
-        EXPECT_EQ(pixel(4, 1), each.straight);
+        EXPECT_EQ(pixel(3, 1), straight) << Variant(surface);
+        EXPECT_EQ(pixel(4, 1), straight);
         for (Color const & outside : {pixel(3, 2), pixel(5, 1)}) {
-            EXPECT_EQ(outside, each.background.GetAlpha() == 255 ? each.background : Color(0, 0, 0, 0));
+            EXPECT_EQ(outside, background.GetAlpha() == 255 ? background : Color(0, 0, 0, 0));
         }
     }
     viewer.removeProperty("Background Color");
@@ -102,7 +85,7 @@ TEST_F(ViewerGL, LeavesTheStateAsItWas)
     glViewport(7, 6, 5, 4);
     glClearColor(1, 0, 0, 1);
     glPixelStorei(GL_PACK_ROW_LENGTH, 1000);
-    State const before = currentState();
+    auto const before = currentState();
     viewer.display();
     EXPECT_EQ(std::vector<GLint>(inside, inside + 4), (std::vector<GLint>{0, 0, c_width, c_height}));
     EXPECT_EQ(currentState(), before);

@@ -5,18 +5,6 @@
 #include "support/ViewDoubles.h"
 
 namespace {
-std::vector<GLint> currentState()
-{
-    std::vector<GLint> state;
-    for (GLenum const name : {GL_ATTRIB_STACK_DEPTH, GL_PROJECTION_STACK_DEPTH, GL_MODELVIEW_STACK_DEPTH,
-                              GL_MATRIX_MODE, GL_LIGHTING, GL_VIEWPORT, GL_MODELVIEW_MATRIX, GL_PROJECTION_MATRIX}) {
-        GLint values[16] = {};
-        glGetIntegerv(name, values);
-        state.insert(state.end(), std::begin(values), std::end(values));
-    }
-    return state;
-}
-
 /// Spoils what it can, leaves the canvas bound and fails.
 class CarelessRenderer : public RendererPlugin
 {
@@ -58,7 +46,7 @@ TEST_F(CubeRendererGL, IsDrawnTheSameBehindOneThatLeavesItsStateBehind)
     auto * const cube = addTo<RendererPlugin>(viewer, CUBE_MODULE);
     addTo<CompositorPlugin>(viewer, DIRECT_MODULE);
     viewer.reshape(c_width, c_height);
-    std::vector<GLint> const state = currentState();
+    auto const state = currentState();
     viewer.display();
     EXPECT_EQ(currentState(), state);
     std::vector<unsigned char> const picture = viewer.readPixels();
