@@ -157,22 +157,25 @@ TEST(PluginContainerObserver, ThatPutsAPluginWhereItGoesOrBackLeavesItThereOnce)
 {
     Container first(0u);
     Container second(0u);
-    auto * const editor = new EditorPlugin;
-    first.add(editor);
+    std::vector<EditorPlugin *> const editors{new EditorPlugin, new EditorPlugin};
+    bool isActive = true;
     Recorder recorder;
-    auto const addOnce = [&](Container & container) {
-        recorder.SetReaction([&](Observable const &, ObservableEvent const &) {
-            recorder.SetReaction({});
-            container.add(editor);
-        });
-    };
-    addOnce(second);
+    recorder.SetReaction([&](Observable const &, ObservableEvent const &) {
+        for (EditorPlugin * const editor : editors) {
+            if (isActive && !second.HasPlugin(editor)) {
+                isActive = false;
+                second.add(editor);
+            }
+        }
+    });
+    first.add(editors[0]);
     first.addObserver(&recorder);
-    second.add(editor);
-    EXPECT_EQ(&*ContainerEditorIterator(second), editor);
-    addOnce(second);
+    second.add(editors[0]);
+    second.add(editors[1]);
+    EXPECT_EQ(editorsOf(second).size(), 3u) << "the first was added twice";
+    isActive = true;
     second.addObserver(&recorder);
-    second.clearPlugins(); // deletes it once
+    second.clearPlugins(); // deletes each once
     EXPECT_TRUE(PluginContainerIterator(second).IsAtEnd());
 }
 

@@ -335,9 +335,12 @@ TEST(ViewerArchive, BringsBackTheSceneFromElementsInAnyOrder)
     } while (std::next_permutation(names.begin(), names.end()));
 
     Archive archive; // with names of nothing that is there
-    ArchiveElement element = ArchiveElement(archive).store("tesseralis").store("viewer");
+    ArchiveElement root = ArchiveElement(archive).store("tesseralis");
+    ArchiveElement element = root.store("viewer");
     element.SetAttribute("name", "viewer");
-    element.SetAttribute("viewport", "nowhere");
+    element.SetAttribute("viewport", "a");
+    root.store("renderer").SetAttribute("name", "a");
+    EXPECT_FALSE(registry.GetObject("viewer")->IsRetrievable(element)) << "a comes first";
     element.store("translator").SetAttribute("plugin", "nobody");
     element.store("group").store("item").SetAttribute("plugin", "viewport");
     archive.retrieve(0);
