@@ -1,13 +1,11 @@
 #include "HostProgram.h"
 
-#include <chrono>
 #include <csignal>
+#include <cstdio>
 #include <functional>
 #include <utility>
 
-#include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <unistd.h>
 
 using namespace tesseralis::test;
@@ -18,32 +16,17 @@ namespace {
 class Running
 {
 public:
-    explicit Running(std::vector<std::string> arguments)
+    explicit Running(std::vector<std::string> const & arguments)
+        : m_output(popen(("echo $$ && exec " + commandOf(arguments) + " 2>&1").c_str(), "r"))
     {
-        int ends[2] = {};
-        EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
-        arguments.insert(arguments.begin(), HOST);
-        std::vector<char *> words;
-        for (std::string & argument : arguments) {
-            words.push_back(argument.data());
-        }
-        words.push_back(nullptr);
-        EXPECT_EQ(posix_spawn(&m_process, HOST, &actions, nullptr, words.data(), environ), 0);
-        posix_spawn_file_actions_destroy(&actions);
-        close(ends[1]);
-        m_output = ends[0];
+        EXPECT_TRUE(says("\n"));
+        m_process = std::stoi(text);
     }
     ~Running()
     {
-        if (m_process > 0) {
-            kill(m_process, SIGKILL);
-            waitpid(m_process, nullptr, 0);
+        if (m_output != nullptr) {
+            end(SIGKILL);
         }
-        close(m_output);
     }
     Running(Running const &) = delete;
     Running & operator=(Running const &) = delete;
@@ -66,8 +49,7 @@ public:
         kill(m_process, signal);
         while (readMore()) {
         }
-        int status = -1;
-        waitpid(std::exchange(m_process, 0), &status, 0);
+        int const status = pclose(std::exchange(m_output, nullptr));
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
@@ -77,15 +59,15 @@ private:
     bool readMore()
     {
         constexpr int c_patience = 60000; // milliseconds
-        pollfd output = {m_output, POLLIN, 0};
+        pollfd output = {m_output != nullptr ? fileno(m_output) : -1, POLLIN, 0};
         char piece[4096];
-        ssize_t const size = poll(&output, 1, c_patience) == 1 ? read(m_output, piece, sizeof piece) : 0;
+        ssize_t const size = poll(&output, 1, c_patience) == 1 ? read(output.fd, piece, sizeof piece) : 0;
         text.append(piece, static_cast<std::size_t>(size));
         return size > 0;
     }
 
+    FILE * m_output;
     pid_t m_process = 0;
-    int m_output = -1;
     std::size_t m_position = 0;
 };
 
@@ -167,5 +149,5 @@ TEST_F(FollowedDocument, ThatCantBeLoadedChangesNothing)
     EXPECT_EQ(contentOf(file), documentWith("none"));
     EXPECT_EQ(program.end(SIGTERM), 0) << program.text;
     EXPECT_EQ(run({pathOf("saved.xml"), "--no-modules", "--get", "s.b"}).out, "2\n");
-    EXPECT_NE(contentOf(pathOf("saved.xml")).find("<nobody name=\"n\">"), std::string::npos);
+    EXPECT_PRED2(contains, contentOf(pathOf("saved.xml")), "<nobody name=\"n\">");
 }

@@ -34,7 +34,22 @@ inline std::string quoted(std::string const & word)
     return result + "'";
 }
 
-/// A test that runs the program, which HOST names, in a process of its own.
+inline bool contains(std::string const & text, std::string const & part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+/// A line for the shell that runs the program, which HOST names.
+inline std::string commandOf(std::vector<std::string> const & arguments)
+{
+    std::string command = quoted(HOST);
+    for (std::string const & argument : arguments) {
+        command += " " + quoted(argument);
+    }
+    return command;
+}
+
+/// A test that runs the program in a process of its own.
 class HostProgram : public testing::Test
 {
 protected:
@@ -49,11 +64,8 @@ protected:
 
     Result run(std::vector<std::string> const & arguments) const
     {
-        std::string command = quoted(HOST);
-        for (std::string const & argument : arguments) {
-            command += " " + quoted(argument);
-        }
-        command += " >" + quoted(pathOf("out")) + " 2>" + quoted(pathOf("error"));
+        std::string const command =
+            commandOf(arguments) + " >" + quoted(pathOf("out")) + " 2>" + quoted(pathOf("error"));
         int const status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(pathOf("out")), contentOf(pathOf("error"))};
     }
