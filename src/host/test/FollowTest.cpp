@@ -58,8 +58,11 @@ public:
 private:
     bool readMore()
     {
+        if (m_output == nullptr) {
+            return false;
+        }
         constexpr int c_patience = 60000; // milliseconds
-        pollfd output = {m_output != nullptr ? fileno(m_output) : -1, POLLIN, 0};
+        pollfd output = {fileno(m_output), POLLIN, 0};
         char piece[4096];
         ssize_t const size = poll(&output, 1, c_patience) == 1 ? read(output.fd, piece, sizeof piece) : 0;
         text.append(piece, static_cast<std::size_t>(size));
