@@ -65,9 +65,10 @@ void declareOptions(CLI::App & application, Options & options)
         ->type_name("OBJECT.PROPERTY=TEXT")
         ->allow_extra_args(false)
         ->take_all();
-    application.add_flag("--list", options.list,
-                         "Print all objects (type, name) and their properties (name, type, value, limits; hidden, link, "
-                         "expression)");
+    application.add_flag(
+        "--list", options.list,
+        "Print all objects (type, name) and their properties (name, type, value, limits; hidden, link, "
+        "expression)");
     CLI::Option * const get =
         application.add_option("--get", options.get, "Print one value as text")->type_name("OBJECT.PROPERTY");
     application.add_flag("--json", options.json, "Print the value of --get as JSON, with its type and limits")

@@ -17,10 +17,12 @@ Sleeper::Sleeper()
     sigaddset(&signals, SIGTERM);
     m_wake = eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC);
     m_signals = signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC);
-    pthread_sigmask(SIG_BLOCK, &signals, &m_formerMask);
     if (m_wake < 0 || m_signals < 0) {
+        close(m_signals);
+        close(m_wake);
         throw Exception("There are too many open files.");
     }
+    pthread_sigmask(SIG_BLOCK, &signals, &m_formerMask);
 }
 
 Sleeper::~Sleeper()

@@ -1,5 +1,5 @@
-// What the guard round a module costs: a call through a plug-in beside the same virtual call on the module's instance, and
-// loading, using and unloading a module beside dlopen() alone.
+// What the guard round a module costs: a call through a plug-in beside the same virtual call on the module's instance,
+// and loading, using and unloading a module beside dlopen() alone.
 
 #include "plugin/RendererPlugin.h"
 #include "view/Controller.h"

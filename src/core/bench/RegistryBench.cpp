@@ -72,7 +72,8 @@ void renameEach(benchmark::State & state)
     for (auto _ : state) {
         ++round;
         for (int i = 0; i < state.range(0); ++i) {
-            objects[static_cast<std::size_t>(i)]->SetObjectName(std::to_string(i) + " in round " + std::to_string(round));
+            objects[static_cast<std::size_t>(i)]->SetObjectName(std::to_string(i) + " in round " +
+                                                                std::to_string(round));
         }
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
